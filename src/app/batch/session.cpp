@@ -1,0 +1,56 @@
+#include "app/batch/session.h"
+
+#include <utility>
+
+#include "platform/files.h"
+
+namespace orva {
+
+Session::Session(const Streams& streams, const std::string& programFolder)
+    : streams_(streams),
+      dialogs_(streams.err),
+      eventLoop_(wiring_.clock()),
+      services_(wiring_.with(dialogs_, shell_, eventLoop_)),
+      entry_(services_, company_,
+             {.showTransactionImport = [this] { importOpened_ = true; }, .showMasterImport = {}, .endProgram = {}}) {
+  company_.programFolder = programFolder;
+}
+
+bool Session::load(bool wholeList) {
+  const bool clauseMissing = !services_.files.exists(joinPath(company_.programFolder, "SqlProviderConnection.ini"));
+  const bool configured = services_.files.exists(joinPath(company_.programFolder, "Orva.ini"));
+  const int before = dialogs_.criticalCount();
+  entry_.Load();
+  if (!configured || company_.systemDatabase.empty()) return false;
+  // The missing provider clause has the icon of a failure and is none.
+  const int failures = dialogs_.criticalCount() - before - (clauseMissing ? 1 : 0);
+  return !wholeList || failures == 0;
+}
+
+bool Session::open(const std::string& code) {
+  if (!load()) return false;
+  entry_.cmbCocode.setText(code);
+  entry_.cmdOpen_Click();
+  return importOpened_;
+}
+
+void Session::tell(std::string_view text) { dialogs_.show({.text = std::string(text), .title = "ORVA"}); }
+
+std::string cellText(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) {
+    if (c == '\t' || c == '\n' || c == '\r') c = ' ';
+  }
+  return result;
+}
+
+std::string tabbed(const std::vector<std::string>& cells) {
+  std::string line;
+  for (const std::string& cell : cells) {
+    if (&cell != &cells.front()) line += '\t';
+    line += cellText(cell);
+  }
+  return line;
+}
+
+}  // namespace orva

@@ -1,0 +1,228 @@
+#include "imports/asset/posting/asset_posting.h"
+
+#include "imports/asset/asset_columns.h"
+#include "imports/asset/identifiers.h"
+#include "imports/asset/named_values.h"
+#include "platform/values/text.h"
+
+namespace orva {
+namespace {
+
+/// How a modify mode finds its asset among the open records.
+struct AssetFilter {
+  AssetMode mode;
+  ImportKindId flavour;
+  Query filter;
+};
+
+constexpr AssetFilter kFilters[] = {
+    {AssetMode::kModifyByAssetId, ImportKindId::kAcquired, {"Assetid='{id}' and AcquiredAs <> 'O'"}},
+    {AssetMode::kModifyByAssetId, ImportKindId::kClosing, {"Assetid='{id}' and AcquiredAs = 'O'"}},
+    {AssetMode::kModifyByPhysicalId, ImportKindId::kAcquired, {"PhyId='{id}' and AcquiredAs <> 'O'"}},
+    {AssetMode::kModifyByPhysicalId, ImportKindId::kClosing, {"PhyId='{id}' and AcquiredAs = 'O'"}},
+};
+
+/// What a new asset gets under a heading that the sheet lacks.
+struct DefaultValue {
+  std::string_view heading;
+  std::string_view target;
+  bool ParameterFlags::*isKept = nullptr;
+};
+
+constexpr DefaultValue kDefaults[] = {
+    {.heading = "DEPT", .target = "Deptcode"},
+    {.heading = "VENDOR", .target = "Vendorcode"},
+    {.heading = "USER", .target = "usedby", .isKept = &ParameterFlags::users},
+    {.heading = "COSTCENTRE", .target = "Centrecode", .isKept = &ParameterFlags::costCentres},
+};
+
+/// Records of other tables that name the asset, for an asset that gets a new identifier.
+constexpr Query kRenames[] = {
+    {"update fadep set assetid ='{after}' where assetid='{before}'"},
+    {"update fadep1 set assetid ='{after}' where assetid='{before}'"},
+    {"update fadep2 set assetid ='{after}' where assetid='{before}'"},
+    {"update shift set assetid ='{after}' where assetid='{before}'"},
+    {"update addition set passetid ='{after}' where passetid='{before}'"},
+    {"update costbreakup set assetid ='{after}' where assetid='{before}'"},
+    {"update amc set assetid ='{after}' where assetid='{before}'"},
+    {"update insurance set assetid ='{after}' where assetid='{before}'"},
+    {"update reclassastcat set assetid ='{after}' where assetid='{before}'"},
+    {"update udvalues set assetid ='{after}' where assetid='{before}'"},
+};
+
+constexpr Query kMoveChildren = {
+    "update addition set classcode ='{class}', subclasscode ='{subclass}' where passetid='{identifier}'"};
+constexpr Query kFirstDepreciation = {"select docdt,method from fadep where assetid='{identifier}' order by docdt"};
+
+constexpr std::string_view kNone = "NONE";
+
+}  // namespace
+
+AssetPosting::AssetPosting(ImportRun& importRun)
+    : PostingRow(importRun),
+      categories_(importRun),
+      masters_(importRun),
+      opening_(importRun),
+      shiftedIn_(importRun),
+      userDefined_(*this) {
+  for (const MiscellaneousColumn& master : miscellaneousColumns(importRun)) nameColumn(master.column, master.name);
+}
+
+void AssetPosting::begin(int index) {
+  PostingRow::begin(index);
+  category_ = {};
+  unit_ = 0;
+}
+
+std::string AssetPosting::textArgument(std::string_view name) const {
+  if (name == "id") {
+    return std::string(trimmed(run().selection.mode == AssetMode::kModifyByPhysicalId ? "PHYID" : "ASSETID"));
+  }
+  return PostingRow::textArgument(name);
+}
+
+int AssetPosting::assetCount() const {
+  if (!isNew() || !run().selection.multipleAssetIds) return 1;
+  const auto quantity = Value(trimmed("QTY")).toInteger().value_or(1);
+  return quantity > 1 ? static_cast<int>(quantity) : 1;
+}
+
+Currency AssetPosting::shareOf(Currency amount) const {
+  constexpr std::int64_t kUnitsPerCent = Currency::kUnitsPerOne / 100;
+  const std::int64_t count = assetCount();
+  const auto share = Currency::fromUnits(amount.units() / kUnitsPerCent / count * kUnitsPerCent);
+  return unit_ + 1 < count ? share : Currency::fromUnits(amount.units() - share.units() * (count - 1));
+}
+
+std::string AssetPosting::depreciationMethod() const {
+  if (isNew()) return {};
+  const auto entries = run().connection().open(
+      composeQuery(kFirstDepreciation, run().dialect(), NamedValues{{"identifier", identifierBefore_}}));
+  return entries->eof() ? std::string() : nullToText(entries->get("method"));
+}
+
+bool AssetPosting::findAsset() {
+  for (const AssetFilter& candidate : kFilters) {
+    if (candidate.mode != run().selection.mode || candidate.flavour != run().selection.kind) continue;
+    record().filter(composeQuery(candidate.filter, run().dialect(), *this));
+    return !record().eof();
+  }
+  return false;
+}
+
+bool AssetPosting::startAsset(int unit) {
+  unit_ = unit;
+  if (isNew()) {
+    if (unit == 0) resolveCategory();
+    startNewAsset();
+    return true;
+  }
+  if (!findAsset()) return false;
+  identifierBefore_ = nullToText(field("Assetid"));
+  classBefore_ = nullToText(field("classcode"));
+  subclassBefore_ = nullToText(field("Subclasscode"));
+  resolveCategory();
+  if (!trimmed("CAT2").empty() || !trimmed("CAT3").empty()) storeCategory();
+  return true;
+}
+
+void AssetPosting::resolveCategory() {
+  const ImportRun& current = run();
+  const std::string levelOne = isNew() ? std::string(cell(asset_column::kDefCode)) : nullToText(field("defcode"));
+  category_ = {};
+  category_.level(CategoryDepth::kOne) = readLevel(current, category_, CategoryDepth::kOne, levelOne);
+  category_.level(CategoryDepth::kTwo) =
+      trimmed("CAT2").empty() ? readLevel(current, category_, CategoryDepth::kTwo, isNew() ? "" : classBefore_)
+                              : categories_.findOrCreate(category_, CategoryDepth::kTwo, cell("CAT2"));
+  const bool keepsThree = !isNew() && category_.codeOf(CategoryDepth::kTwo) == classBefore_;
+  category_.level(CategoryDepth::kThree) =
+      trimmed("CAT3").empty() ? readLevel(current, category_, CategoryDepth::kThree, keepsThree ? subclassBefore_ : "")
+                              : categories_.findOrCreate(category_, CategoryDepth::kThree, cell("CAT3"));
+}
+
+void AssetPosting::startNewAsset() {
+  const Selection& selection = run().selection;
+  // The prefix depends on all levels, so the identifier comes after them.
+  const bool isNumbered = run().company.flags.automaticIdentifiers || !hasColumn("ASSETID");
+  const std::string identifier = isNumbered ? nextAssetIdentifier(run(), category_) : std::string(trimmed("ASSETID"));
+  const std::string_view quantity = trimmed("QTY");
+  record().addNew();
+  set("Cocd", run().company.companyCode);
+  set("Assetid", identifier);
+  set("AcquiredAs", selection.shiftedIn ? "Shifted In" : selection.isClosing() ? "O" : "Purchased");
+  set("Ownership", "Owned");
+  set("Qty", assetCount() > 1 || quantity.empty() ? std::string_view("1") : quantity);
+  set("costqty", "N");
+  set("backdated", cell(asset_column::kBackdated) == "Y");
+  set("blnLeaseHold", category_.level(CategoryDepth::kOne).leaseHold);
+  storeCategory();
+}
+
+void AssetPosting::storeCategory() {
+  const BookCodes codes = category_.bookCodes();
+  const std::string& levelTwo = category_.codeOf(CategoryDepth::kTwo);
+  const std::string& levelThree = category_.codeOf(CategoryDepth::kThree);
+  const auto textOrNull = [](const std::string& text) { return text.empty() ? Value() : Value(text); };
+  set("defcode", textOrNull(category_.codeOf(CategoryDepth::kOne)));
+  set("classcode", levelTwo.empty() ? Value(kNone) : Value(levelTwo));
+  set("Subclasscode", textOrNull(levelThree));
+  set("Batch", textOrNull(category_.deepestCode()));
+  set("Facode", textOrNull(codes.books));
+  set("Facode1", textOrNull(codes.additional1));
+  set("Facode2", textOrNull(codes.additional2));
+  set("Blockcode", textOrNull(codes.incomeTax));
+}
+
+void AssetPosting::storeDefaults() {
+  for (const DefaultValue& value : kDefaults) {
+    if (hasColumn(value.heading)) continue;
+    if (!value.isKept || run().company.flags.*value.isKept) set(value.target, kNone);
+  }
+}
+
+void AssetPosting::storeAutomaticRate() {
+  const auto rate = depreciationRate(run(), category_, cell(asset_column::kAccountingYear));
+  if (!rate) return;
+  set("FlgOverride", "Y");
+  set("OverrideRate", rate->rate);
+  set("OverrideMthd", rate->method);
+}
+
+void AssetPosting::giveNewIdentifier() {
+  set("Phyid", trimmed("PHYID"));
+  if (run().company.flags.automaticIdentifiers) set("Assetid", nextAssetIdentifier(run(), category_));
+}
+
+void AssetPosting::completeAsset() {
+  const Selection& selection = run().selection;
+  if (isNew()) storeDefaults();
+  if (isNew() && selection.autoCalcDepRate) storeAutomaticRate();
+  if (selection.mode == AssetMode::kModifyByPhysicalId) giveNewIdentifier();
+  // Written first, an entry without its asset is taken over by the next attempt; an asset
+  // without its entry would stay wrong.
+  if (isNew() && selection.isClosing()) opening_.write(record(), true);
+}
+
+void AssetPosting::moveDependents() {
+  const std::string identifier = nullToText(field("Assetid"));
+  if (!equalsNoCase(identifier, identifierBefore_)) {
+    const NamedValues names{{"before", identifierBefore_}, {"after", identifier}};
+    for (const Query& rename : kRenames) run().connection().execute(composeQuery(rename, run().dialect(), names));
+  }
+  const std::string classCode = nullToText(field("classcode"));
+  const std::string subclassCode = nullToText(field("Subclasscode"));
+  if (equalsNoCase(classCode, classBefore_) && equalsNoCase(subclassCode, subclassBefore_)) return;
+  run().connection().execute(
+      composeQuery(kMoveChildren, run().dialect(),
+                   NamedValues{{"class", classCode}, {"subclass", subclassCode}, {"identifier", identifier}}));
+}
+
+void AssetPosting::followAsset() {
+  const Selection& selection = run().selection;
+  if (!isNew()) moveDependents();
+  if (!isNew() && selection.isClosing()) opening_.write(record(), false);
+  if (isNew() && selection.shiftedIn) shiftedIn_.write(*this);
+  userDefined_.write(*this, nullToText(field("Assetid")));
+}
+
+}  // namespace orva

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "imports/asset/posting/category_creation.h"
+#include "imports/asset/posting/masters.h"
+#include "imports/asset/posting/opening_depreciation.h"
+#include "imports/asset/posting/shifted_in.h"
+#include "imports/asset/posting/user_defined_values.h"
+#include "wizard/posting_run.h"
+
+namespace orva {
+
+/// The current row of an asset sheet with the record of `Asset` that it becomes or changes. With several
+/// identifiers a row, `begin` starts the row and `startAsset` each of its assets.
+class AssetPosting : public PostingRow {
+ public:
+  using PostingRow::record;
+  explicit AssetPosting(ImportRun& run);
+
+  void begin(int row) override;
+  std::string textArgument(std::string_view name) const override;
+
+  /// Number of assets that the row becomes.
+  int assetCount() const;
+  /// Starts the record of the row's asset number `unit` (from 0): a new one, or in the modify modes
+  /// the one that the row changes. False when the company has no such asset any more.
+  bool startAsset(int unit);
+  /// What the columns of the sheet leave open, before the record is stored.
+  void completeAsset();
+  /// What the stored record brings about in other tables.
+  void followAsset();
+
+  bool isNew() const { return run().selection.isAdd(); }
+  const AssetCategory& category() const { return category_; }
+  Masters& masters() { return masters_; }
+
+  /// Text under a heading without the blanks around it.
+  std::string_view trimmed(std::string_view heading) const { return trim(cell(heading)); }
+  /// The current asset's part of the amount in a cell: equal parts of two decimals, the last asset takes the rest.
+  Currency shareOf(Currency amount) const;
+  /// Method of the asset's first depreciation entry; empty when it has none.
+  std::string depreciationMethod() const;
+  Value field(std::string_view name) const { return record().get(name); }
+
+ private:
+  bool findAsset();
+  void startNewAsset();
+  void resolveCategory();
+  void storeCategory();
+  void storeDefaults();
+  void storeAutomaticRate();
+  void giveNewIdentifier();
+  void moveDependents();
+
+  CategoryCreation categories_;
+  Masters masters_;
+  OpeningDepreciation opening_;
+  ShiftedIn shiftedIn_;
+  UserDefinedValues userDefined_;
+  AssetCategory category_;
+  int unit_ = 0;
+  std::string identifierBefore_;
+  std::string classBefore_;
+  std::string subclassBefore_;
+};
+
+/// The columns of `Asset` that come from the sheet.
+std::span<const PostedColumn<AssetPosting>> assetColumns();
+
+}  // namespace orva

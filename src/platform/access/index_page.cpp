@@ -1,0 +1,226 @@
+#include "platform/access/index_page.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+#include "platform/access/access_file_error.h"
+
+namespace orva::access {
+
+std::strong_ordering compareEntries(ByteView left, ByteView right) {
+  const std::size_t common = std::min(left.size(), right.size());
+  const int order = common == 0 ? 0 : std::memcmp(left.data(), right.data(), common);
+  return order != 0 ? order <=> 0 : left.size() <=> right.size();
+}
+
+IndexPageView::IndexPageView(ByteView page) : page_(page), prefix_(u16At(page, index_at::kPrefix)) {
+  require(page[0] == static_cast<Byte>(PageType::kIndexNode) || isLeaf(), "this is not a page of an index");
+  const std::size_t least = kRowIdSize + (isLeaf() ? 0 : kChildSize);
+  std::size_t previousEnd = 0;
+  for (std::size_t at = 0; at * 8 <= kIndexCapacity; ++at) {
+    for (unsigned bits = page[index_at::kEnds + at]; bits != 0; bits &= bits - 1) {
+      const std::size_t end = at * 8 + static_cast<std::size_t>(std::countr_zero(bits));
+      const std::size_t length = end - previousEnd + (count_ > 0 ? prefix_ : 0);
+      require(end <= kIndexCapacity && length > least, "an entry of the index page has no key");
+      require(count_ > 0 || prefix_ <= length, "the shared prefix is longer than the first entry");
+      if (count_ == std::size(ends_)) throw Damage("the index page has too many entries");
+      ends_[count_++] = static_cast<std::uint16_t>(end);
+      previousEnd = end;
+    }
+  }
+}
+
+ByteView IndexPageView::stored(std::size_t i) const {
+  const std::size_t begin = i == 0 ? 0 : ends_[i - 1];
+  return page_.subspan(index_at::kEntries + begin, ends_[i] - begin);
+}
+
+void IndexPageView::copyEntry(std::size_t i, Bytes& into) const {
+  into.clear();
+  const std::size_t trailing = isLeaf() ? 0 : kChildSize;
+  if (i > 0) append(into, stored(0).first(prefix_));
+  append(into, stored(i));
+  into.resize(into.size() - trailing);
+}
+
+Bytes IndexPageView::entry(std::size_t i) const {
+  Bytes bytes;
+  copyEntry(i, bytes);
+  return bytes;
+}
+
+PageNumber IndexPageView::child(std::size_t i) const {
+  if (i >= count_) return tail();
+  const ByteView bytes = stored(i);
+  require(bytes.size() >= kChildSize, "an entry of the index node has no child");
+  return bigEndianAt(bytes, bytes.size() - kChildSize, kChildSize);
+}
+
+std::strong_ordering IndexPageView::compare(std::size_t i, ByteView wanted) const {
+  ByteView bytes = stored(i);
+  if (i > 0 && prefix_ > 0) {
+    const ByteView shared = stored(0).first(std::min(prefix_, wanted.size()));
+    const auto order = compareEntries(shared, wanted.first(shared.size()));
+    if (order != 0) return order;
+    if (wanted.size() <= prefix_) return std::strong_ordering::greater;
+    wanted = wanted.subspan(prefix_);
+  }
+  if (!isLeaf()) bytes = bytes.first(bytes.size() - std::min(bytes.size(), kChildSize));
+  return compareEntries(bytes, wanted);
+}
+
+std::size_t IndexPageView::lowerBound(ByteView wanted) const {
+  std::size_t low = 0;
+  std::size_t high = count_;
+  while (low < high) {
+    const std::size_t middle = (low + high) / 2;
+    if (compare(middle, wanted) < 0) {
+      low = middle + 1;
+    } else {
+      high = middle;
+    }
+  }
+  return low;
+}
+
+LeafEditor::LeafEditor(ByteSpan page) : page_(page), view_(page) {}
+
+bool LeafEditor::insert(std::size_t i, ByteView entry) {
+  const std::size_t prefix = view_.prefix();
+  const std::size_t used = view_.size() == 0 ? 0 : view_.end(view_.size() - 1);
+  const std::size_t added = entry.size() - (view_.size() == 0 ? 0 : prefix);
+  if (used + added > kIndexCapacity || !sharesPrefix(entry)) return false;
+  const std::size_t place = i == 0 ? 0 : view_.end(i - 1);
+  Byte* const data = page_.data() + index_at::kEntries;
+  // The old first entry loses the prefix, which the new first entry brings.
+  const std::size_t keepFrom = i == 0 && view_.size() > 0 ? prefix : place;
+  std::memmove(data + place + added + (keepFrom - place), data + keepFrom, used - keepFrom);
+  const ByteView stored = i == 0 ? entry : entry.subspan(prefix);
+  std::memcpy(data + place, stored.data(), stored.size());
+  std::vector<std::size_t> ends;
+  ends.reserve(view_.size() + 1);
+  for (std::size_t e = 0; e < i; ++e) ends.push_back(view_.end(e));
+  ends.push_back(place + stored.size());
+  for (std::size_t e = i; e < view_.size(); ++e) ends.push_back(view_.end(e) + added);
+  writeEnds(ends);
+  return true;
+}
+
+void LeafEditor::erase(std::size_t i) {
+  const std::size_t prefix = view_.prefix();
+  const std::size_t used = view_.end(view_.size() - 1);
+  // The second entry becomes the first and takes the prefix over.
+  const bool keepsPrefix = i == 0 && view_.size() > 1;
+  const std::size_t from = i == 0 ? (keepsPrefix ? prefix : 0) : view_.end(i - 1);
+  const std::size_t to = view_.end(i);
+  Byte* const data = page_.data() + index_at::kEntries;
+  std::memmove(data + from, data + to, used - to);
+  std::vector<std::size_t> ends;
+  for (std::size_t e = 0; e < view_.size(); ++e) {
+    if (e != i) ends.push_back(e < i ? view_.end(e) : view_.end(e) - (to - from));
+  }
+  if (ends.size() < 2) putU16(page_, index_at::kPrefix, 0);
+  writeEnds(ends);
+}
+
+bool LeafEditor::sharesPrefix(ByteView entry) const {
+  const std::size_t prefix = view_.size() == 0 ? 0 : view_.prefix();
+  return entry.size() >= prefix + kRowIdSize &&
+         std::memcmp(entry.data(), page_.data() + index_at::kEntries, prefix) == 0;
+}
+
+void LeafEditor::writeEnds(const std::vector<std::size_t>& ends) {
+  std::fill(page_.begin() + index_at::kEnds, page_.begin() + index_at::kEntries, Byte{0});
+  for (const std::size_t end : ends) page_[index_at::kEnds + end / 8] |= static_cast<Byte>(1u << (end % 8));
+  putU16(page_, index_at::kFree, kIndexCapacity - (ends.empty() ? 0 : ends.back()));
+}
+
+IndexPage IndexPage::read(ByteView bytes) {
+  const IndexPageView view(bytes);
+  IndexPage page(static_cast<PageType>(bytes[0]), view.table(), view.level());
+  page.previous = view.previous();
+  page.next = view.next();
+  page.tail = view.tail();
+  page.entries_.reserve(view.size() + 1);
+  for (std::size_t i = 0; i < view.size(); ++i) {
+    page.entries_.push_back(view.entry(i));
+    page.children_.push_back(view.isLeaf() ? 0 : view.child(i));
+  }
+  return page;
+}
+
+void IndexPage::insert(std::size_t i, Bytes entry, PageNumber child) {
+  entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(i), std::move(entry));
+  children_.insert(children_.begin() + static_cast<std::ptrdiff_t>(i), child);
+}
+
+void IndexPage::erase(std::size_t i) {
+  entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i));
+  children_.erase(children_.begin() + static_cast<std::ptrdiff_t>(i));
+}
+
+void IndexPage::eraseChild(std::size_t i) {
+  if (i < entries_.size()) return erase(i);
+  tail = 0;
+  if (entries_.size() < 2) return;
+  tail = children_.back();
+  erase(entries_.size() - 1);
+}
+
+/// What the first and the last entry share, row and child left out.
+std::size_t IndexPage::sharedPrefix() const {
+  if (entries_.size() < 2 || !isLeaf()) return 0;
+  const Bytes& first = entries_.front();
+  const Bytes& last = entries_.back();
+  const std::size_t most = std::min(first.size(), last.size()) - kRowIdSize;
+  const auto differ = std::mismatch(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(most), last.begin());
+  return static_cast<std::size_t>(differ.first - first.begin());
+}
+
+std::size_t IndexPage::usedBytes(bool compressed) const {
+  std::size_t used = isLeaf() ? 0 : kChildSize * entries_.size();
+  for (const Bytes& entry : entries_) used += entry.size();
+  const std::size_t saved = compressed && !entries_.empty() ? sharedPrefix() * (entries_.size() - 1) : 0;
+  return used - saved;
+}
+
+void IndexPage::write(ByteSpan page, bool compressed) const {
+  const std::size_t prefix = compressed ? sharedPrefix() : 0;
+  std::fill(page.begin(), page.begin() + index_at::kEntries, Byte{0});
+  page[0] = static_cast<Byte>(type_);
+  page[1] = 1;
+  putU32(page, index_at::kTable, table_);
+  putU32(page, index_at::kPrevious, previous);
+  putU32(page, index_at::kNext, next);
+  putU32(page, index_at::kTail, tail);
+  putU16(page, index_at::kPrefix, prefix);
+  page[index_at::kLevel] = level_;
+  std::size_t at = 0;
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    const ByteView bytes = ByteView(entries_[i]).subspan(i == 0 ? 0 : prefix);
+    std::copy(bytes.begin(), bytes.end(), page.begin() + static_cast<std::ptrdiff_t>(index_at::kEntries + at));
+    at += bytes.size();
+    if (!isLeaf()) {
+      for (std::size_t b = 0; b < kChildSize; ++b) {
+        page[index_at::kEntries + at++] = static_cast<Byte>(children_[i] >> (8 * (kChildSize - 1 - b)));
+      }
+    }
+    page[index_at::kEnds + at / 8] |= static_cast<Byte>(1u << (at % 8));
+  }
+  putU16(page, index_at::kFree, kIndexCapacity - at);
+}
+
+IndexPage IndexPage::splitOff(std::size_t at) {
+  IndexPage right(type_, table_, level_);
+  const auto from = static_cast<std::ptrdiff_t>(at);
+  right.entries_.assign(std::make_move_iterator(entries_.begin() + from), std::make_move_iterator(entries_.end()));
+  right.children_.assign(children_.begin() + from, children_.end());
+  entries_.resize(at);
+  children_.resize(at);
+  right.tail = tail;
+  tail = 0;
+  return right;
+}
+
+}  // namespace orva::access

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <compare>
+#include <vector>
+
+#include "platform/access/format.h"
+
+namespace orva::access {
+
+/// Order of two entries: byte by byte, a shorter one before its continuation.
+std::strong_ordering compareEntries(ByteView left, ByteView right);
+
+/// One page of an index tree, read without copying. Throws `Damage`.
+class IndexPageView {
+ public:
+  explicit IndexPageView(ByteView page);
+
+  bool isLeaf() const { return page_[0] == static_cast<Byte>(PageType::kIndexLeaf); }
+  Byte level() const { return page_[index_at::kLevel]; }
+  PageNumber table() const { return u32At(page_, index_at::kTable); }
+  PageNumber previous() const { return u32At(page_, index_at::kPrevious); }
+  PageNumber next() const { return u32At(page_, index_at::kNext); }
+  /// Rightmost child of a node; 0 on leaves and on nodes without one.
+  PageNumber tail() const { return u32At(page_, index_at::kTail); }
+  std::size_t prefix() const { return prefix_; }
+
+  std::size_t size() const { return count_; }
+  /// The whole entry, with the shared prefix. On nodes without the child's number.
+  Bytes entry(std::size_t i) const;
+  void copyEntry(std::size_t i, Bytes& into) const;
+  /// Where the bytes of an entry end, counted from the first entry.
+  std::size_t end(std::size_t i) const { return ends_[i]; }
+  /// First entry that is not less than `wanted`.
+  std::size_t lowerBound(ByteView wanted) const;
+  /// Children of a node: those of the entries, then the tail.
+  std::size_t childCount() const { return count_ + (tail() != 0 ? 1 : 0); }
+  PageNumber child(std::size_t i) const;
+
+ private:
+  ByteView stored(std::size_t i) const;
+  std::strong_ordering compare(std::size_t i, ByteView wanted) const;
+
+  ByteView page_;
+  std::size_t prefix_;
+  std::size_t count_ = 0;
+  std::uint16_t ends_[kIndexCapacity / 4];
+};
+
+/// Changes one entry of a leaf in place, for as long as the page has room and
+/// the entries go on sharing their prefix.
+class LeafEditor {
+ public:
+  explicit LeafEditor(ByteSpan page);
+  /// False, with nothing changed, when the page has to be written anew.
+  bool insert(std::size_t i, ByteView entry);
+  void erase(std::size_t i);
+
+ private:
+  bool sharesPrefix(ByteView entry) const;
+  void writeEnds(const std::vector<std::size_t>& ends);
+
+  ByteSpan page_;
+  IndexPageView view_;
+};
+
+/// One page of an index tree in a form that can be changed.
+class IndexPage {
+ public:
+  IndexPage(PageType type, PageNumber table, Byte level) : type_(type), table_(table), level_(level) {}
+  static IndexPage read(ByteView page);
+
+  bool isLeaf() const { return type_ == PageType::kIndexLeaf; }
+  Byte level() const { return level_; }
+  std::size_t size() const { return entries_.size(); }
+  const Bytes& entry(std::size_t i) const { return entries_[i]; }
+  void insert(std::size_t i, Bytes entry, PageNumber child = 0);
+  void erase(std::size_t i);
+  void replaceEntry(std::size_t i, Bytes entry) { entries_[i] = std::move(entry); }
+
+  std::size_t childCount() const { return entries_.size() + (tail != 0 ? 1 : 0); }
+  PageNumber child(std::size_t i) const { return i < entries_.size() ? children_[i] : tail; }
+  void setChild(std::size_t i, PageNumber page) { (i < entries_.size() ? children_[i] : tail) = page; }
+  /// Removes a child and, for the tail, makes the last entry's child the tail
+  /// unless it is the only one left.
+  void eraseChild(std::size_t i);
+
+  /// Bytes that the entries fill; with a shared prefix when `compressed`.
+  std::size_t usedBytes(bool compressed) const;
+  bool fits(bool compressed) const { return usedBytes(compressed) <= kIndexCapacity; }
+  void write(ByteSpan page, bool compressed) const;
+  /// Moves the entries from `at` on to another page (and the tail with them).
+  IndexPage splitOff(std::size_t at);
+
+  PageNumber previous = 0;
+  PageNumber next = 0;
+  PageNumber tail = 0;
+
+ private:
+  std::size_t sharedPrefix() const;
+
+  PageType type_;
+  PageNumber table_;
+  Byte level_;
+  std::vector<Bytes> entries_;
+  std::vector<PageNumber> children_;
+};
+
+}  // namespace orva::access

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/access/index_page.h"
+#include "platform/access/table_definition.h"
+#include "platform/access/usage_map.h"
+
+namespace orva::access {
+
+/// Key and row of one index entry.
+struct IndexEntry {
+  Bytes key;
+  RowId row = 0;
+
+  /// As stored in leaves: the key, then page and row, most significant byte first.
+  Bytes bytes() const;
+  static IndexEntry of(ByteView bytes);
+};
+
+class IndexTree;
+
+/// A place in the order of an index. It stays right when the index changes: it
+/// goes on after (or before) the entry on which it stands.
+class IndexCursor {
+ public:
+  bool atEnd() const { return !valid_; }
+  /// The entry's bytes, and its parts.
+  const Bytes& bytes() const { return entry_; }
+  ByteView key() const { return ByteView(entry_).first(entry_.size() - kRowIdSize); }
+  RowId row() const { return bigEndianAt(entry_, entry_.size() - kRowIdSize, kRowIdSize); }
+  void next();
+  void previous();
+
+ private:
+  friend class IndexTree;
+  explicit IndexCursor(const IndexTree& tree) : tree_(&tree) {}
+  void standOn(PageNumber page, std::size_t position);
+
+  const IndexTree* tree_;
+  std::uint64_t version_ = 0;
+  PageNumber page_ = 0;
+  std::size_t position_ = 0;
+  Bytes entry_;
+  bool valid_ = false;
+};
+
+/// The B-tree of one real index.
+class IndexTree {
+ public:
+  IndexTree(PageFile& file, PageAllocator& allocator, PageNumber table, const RealIndex& index)
+      : file_(file), allocator_(allocator), table_(table), root_(index.root), map_(file, index.map) {}
+
+  /// First entry >= `wanted` (bytes of a key or of a whole entry).
+  IndexCursor lowerBound(ByteView wanted) const;
+  /// Last entry < `wanted`.
+  IndexCursor before(ByteView wanted) const;
+  IndexCursor first() const { return lowerBound({}); }
+  IndexCursor last() const;
+  /// True when an entry has exactly this key; `except` is a row that does not count.
+  bool containsKey(ByteView key, std::optional<RowId> except = std::nullopt) const;
+
+  /// Returns true when no entry with the same key stands beside the new one.
+  bool insert(const IndexEntry& entry);
+  /// Returns false when there is no such entry.
+  bool erase(const IndexEntry& entry);
+  /// Finds the key that the index has for a row, whatever it is: reads all leaves.
+  std::optional<IndexEntry> findRow(RowId row) const;
+
+  /// Writes an empty tree: one leaf without entries.
+  static PageNumber createRoot(PageFile& file, PageAllocator& allocator, PageNumber table, SlotAddress map);
+  /// Fills an empty tree with entries in ascending order.
+  void build(const std::vector<Bytes>& entries);
+  void freeAll();
+
+  PageNumber root() const { return root_; }
+  /// The pages were changed past this object; cursors look for their place anew.
+  void noteChange() { ++version_; }
+  const UsageMap& map() const { return map_; }
+
+ private:
+  friend class IndexCursor;
+  struct Step {
+    PageNumber page;
+    std::size_t child;  // of a node; position in a leaf
+  };
+  using Path = std::vector<Step>;
+
+  IndexPageView view(PageNumber page) const;
+  Path descend(ByteView wanted) const;
+  PageNumber edgeLeaf(PageNumber from, bool rightmost) const;
+  PageNumber newPage();
+  void dropPage(PageNumber page);
+  void write(PageNumber page, const IndexPage& content);
+  bool compresses(PageNumber page) const { return page != root_; }
+
+  void store(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
+  void split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
+  Path& deepen(Path& path, const IndexPage& root);
+  void relink(PageNumber page, PageNumber previous, PageNumber next);
+  void raiseLast(const Path& path, std::size_t depth, const Bytes& last);
+  Bytes lastEntry(PageNumber page) const;
+  void removePage(Path& path, std::size_t depth);
+  void flattenRoot();
+  void mergeIfSmall(PageNumber leftPage);
+
+  PageFile& file_;
+  PageAllocator& allocator_;
+  PageNumber table_;
+  PageNumber root_;
+  UsageMap map_;
+  std::uint64_t version_ = 0;
+};
+
+}  // namespace orva::access

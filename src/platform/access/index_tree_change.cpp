@@ -1,0 +1,294 @@
+#include <algorithm>
+
+#include "platform/access/index_tree.h"
+
+namespace orva::access {
+namespace {
+
+/// A leaf with fewer bytes than this moves its entries to its neighbour if that has the room.
+constexpr std::size_t kSmallLeaf = kIndexCapacity / 5;
+constexpr std::size_t kFullEnoughAfterMerge = kIndexCapacity * 4 / 5;
+/// Room that a bulk-built page keeps for later entries.
+constexpr std::size_t kBuildReserve = 256;
+
+bool sameKey(ByteView left, ByteView right) {
+  return left.size() == right.size() && std::equal(left.begin(), left.end() - kRowIdSize, right.begin());
+}
+
+}  // namespace
+
+PageNumber IndexTree::createRoot(PageFile& file, PageAllocator& allocator, PageNumber table, SlotAddress map) {
+  const PageNumber root = allocator.allocate();
+  UsageMap(file, map).add(root, allocator);
+  IndexPage(PageType::kIndexLeaf, table, 0).write(file.change(root), false);
+  return root;
+}
+
+PageNumber IndexTree::newPage() {
+  const PageNumber page = allocator_.allocate();
+  map_.add(page, allocator_);
+  return page;
+}
+
+void IndexTree::dropPage(PageNumber page) {
+  map_.remove(page);
+  allocator_.free(page);
+}
+
+void IndexTree::write(PageNumber page, const IndexPage& content) {
+  content.write(file_.change(page), compresses(page));
+}
+
+bool IndexTree::insert(const IndexEntry& entry) {
+  ++version_;
+  const Bytes bytes = entry.bytes();
+  Path path = descend(bytes);
+  const Step leaf = path.back();
+  const IndexPageView content = view(leaf.page);
+  const bool isLast = leaf.child == content.size();
+  const auto same = [&](std::size_t i) { return i < content.size() && sameKey(content.entry(i), bytes); };
+  const bool isNewKey = !same(leaf.child) && (leaf.child == 0 || !same(leaf.child - 1));
+  if (!LeafEditor(file_.change(leaf.page)).insert(leaf.child, bytes)) {
+    IndexPage page = IndexPage::read(file_.page(leaf.page));
+    page.insert(leaf.child, bytes);
+    store(path, path.size() - 1, std::move(page), leaf.child);
+  }
+  if (isLast && path.size() > 1) {
+    const Path now = descend(bytes);
+    raiseLast(now, now.size() - 1, bytes);
+  }
+  return isNewKey;
+}
+
+/// Writes a page of the path after an entry came in at `insertedAt`.
+void IndexTree::store(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt) {
+  if (page.fits(compresses(path[depth].page))) return write(path[depth].page, page);
+  if (depth == 0) {
+    deepen(path, page);
+    depth = 1;
+    if (page.fits(true)) return write(path[depth].page, page);
+  }
+  split(path, depth, std::move(page), insertedAt);
+}
+
+/// The root's content moves to a new page, of which the root becomes the parent.
+IndexTree::Path& IndexTree::deepen(Path& path, const IndexPage& root) {
+  const PageNumber moved = newPage();
+  IndexPage parent(PageType::kIndexNode, table_, static_cast<Byte>(root.level() + 1));
+  parent.tail = moved;
+  write(root_, parent);
+  path[0].page = moved;
+  path.insert(path.begin(), {root_, 0});
+  return path;
+}
+
+void IndexTree::split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt) {
+  const PageNumber leftPage = path[depth].page;
+  const PageNumber rightPage = newPage();
+  // Entries that arrive in order fill the pages: the last one starts a new page.
+  const bool appending = page.next == 0 && insertedAt + 1 == page.size();
+  const std::size_t at = appending ? page.size() - 1 : page.size() / 2;
+  IndexPage right = page.splitOff(at);
+  const Bytes leftLast = page.entry(page.size() - 1);
+  if (!page.isLeaf()) {
+    // The last entry of the left node goes up; its child becomes the tail.
+    page.tail = page.child(page.size() - 1);
+    page.erase(page.size() - 1);
+  }
+  right.previous = leftPage;
+  right.next = page.next;
+  relink(page.next, rightPage, 0);
+  page.next = rightPage;
+  write(leftPage, page);
+  write(rightPage, right);
+
+  Step& parentStep = path[depth - 1];
+  IndexPage parent = IndexPage::read(file_.page(parentStep.page));
+  parent.setChild(parentStep.child, rightPage);
+  parent.insert(parentStep.child, leftLast, leftPage);
+  store(path, depth - 1, std::move(parent), parentStep.child);
+}
+
+/// Sets the neighbours of a page that are not 0; no page, no effect.
+void IndexTree::relink(PageNumber page, PageNumber previous, PageNumber next) {
+  if (page == 0) return;
+  Page& bytes = file_.change(page);
+  if (previous != 0) putU32(bytes, index_at::kPrevious, previous);
+  if (next != 0) putU32(bytes, index_at::kNext, next);
+}
+
+/// After the last entry of a page changed: the nearest parent that names it follows.
+void IndexTree::raiseLast(const Path& path, std::size_t depth, const Bytes& last) {
+  for (; depth > 0; --depth) {
+    const Step& step = path[depth - 1];
+    const IndexPageView parent = view(step.page);
+    if (step.child >= parent.size()) continue;  // the tail is not named
+    if (parent.entry(step.child) == last) return;
+    IndexPage page = IndexPage::read(file_.page(step.page));
+    page.replaceEntry(step.child, last);
+    Path above(path.begin(), path.begin() + static_cast<std::ptrdiff_t>(depth));
+    const bool wasLast = step.child + 1 == page.childCount();
+    store(above, depth - 1, std::move(page), step.child);
+    if (!wasLast) return;
+    return raiseLast(descend(last), depth - 1, last);
+  }
+}
+
+Bytes IndexTree::lastEntry(PageNumber page) const {
+  const IndexPageView leaf = view(edgeLeaf(page, true));
+  if (leaf.size() == 0) file_.fail(page, "an index leaf below a node is empty");
+  return leaf.entry(leaf.size() - 1);
+}
+
+bool IndexTree::erase(const IndexEntry& entry) {
+  const Bytes bytes = entry.bytes();
+  Path path = descend(bytes);
+  const Step leaf = path.back();
+  const IndexPageView content = view(leaf.page);
+  if (leaf.child >= content.size() || content.entry(leaf.child) != bytes) return false;
+  ++version_;
+  const bool wasLast = leaf.child + 1 == content.size();
+  const bool isEmpty = content.size() == 1;
+  LeafEditor(file_.change(leaf.page)).erase(leaf.child);
+  if (path.size() == 1) return true;
+  if (isEmpty) {
+    removePage(path, path.size() - 1);
+  } else {
+    if (wasLast) raiseLast(path, path.size() - 1, view(leaf.page).entry(leaf.child - 1));
+    mergeIfSmall(leaf.page);
+  }
+  return true;
+}
+
+/// Unlinks an empty page from its neighbours and its parent and frees it.
+void IndexTree::removePage(Path& path, std::size_t depth) {
+  const PageNumber page = path[depth].page;
+  const PageNumber previous = view(page).previous();
+  const PageNumber next = view(page).next();
+  if (previous != 0) putU32(file_.change(previous), index_at::kNext, next);
+  if (next != 0) putU32(file_.change(next), index_at::kPrevious, previous);
+  dropPage(page);
+
+  const Step step = path[depth - 1];
+  IndexPage parent = IndexPage::read(file_.page(step.page));
+  const bool wasRightmost = step.child + 1 == parent.childCount();
+  parent.eraseChild(step.child);
+  if (parent.childCount() == 0) {
+    if (depth == 1) return write(root_, IndexPage(PageType::kIndexLeaf, table_, 0));
+    return removePage(path, depth - 1);
+  }
+  if (parent.childCount() == 1 && parent.tail != 0) {
+    // An only child stands as an ordinary entry.
+    const PageNumber only = parent.tail;
+    parent.tail = 0;
+    parent.insert(0, lastEntry(only), only);
+  }
+  const PageNumber rightmost = parent.child(parent.childCount() - 1);
+  write(step.page, parent);
+  if (wasRightmost && depth > 1) {
+    path.resize(depth);
+    path.back().child = parent.childCount() - 1;
+    raiseLast(path, depth - 1, lastEntry(rightmost));
+  }
+  flattenRoot();
+}
+
+/// A root with one child takes that child's place.
+void IndexTree::flattenRoot() {
+  for (;;) {
+    const IndexPageView root = view(root_);
+    if (root.isLeaf() || root.childCount() != 1) return;
+    const PageNumber child = root.child(0);
+    IndexPage content = IndexPage::read(file_.page(child));
+    if (!content.fits(false)) return;
+    content.previous = content.next = 0;
+    write(root_, content);
+    dropPage(child);
+  }
+}
+
+/// Moves the entries of a small leaf to its right neighbour under the same parent.
+void IndexTree::mergeIfSmall(PageNumber leftPage) {
+  const IndexPageView left = view(leftPage);
+  if (left.end(left.size() - 1) >= kSmallLeaf) return;
+  Path path = descend(left.entry(0));
+  const Step step = path[path.size() - 2];
+  const IndexPageView parent = view(step.page);
+  if (step.child + 1 >= parent.childCount()) return;
+  const PageNumber rightPage = parent.child(step.child + 1);
+  IndexPage merged = IndexPage::read(file_.page(rightPage));
+  for (std::size_t i = left.size(); i-- > 0;) merged.insert(0, left.entry(i));
+  if (merged.usedBytes(false) > kFullEnoughAfterMerge) return;
+  write(rightPage, merged);
+  removePage(path, path.size() - 1);
+}
+
+void IndexTree::build(const std::vector<Bytes>& entries) {
+  ++version_;
+  if (entries.empty()) return;
+  struct Built {
+    Bytes last;
+    PageNumber page;
+  };
+  std::vector<Built> level;
+  IndexPage leaf(PageType::kIndexLeaf, table_, 0);
+  std::size_t used = 0;
+  const auto flush = [&](PageNumber previous) {
+    const PageNumber page = newPage();
+    leaf.previous = previous;
+    if (previous != 0) putU32(file_.change(previous), index_at::kNext, page);
+    write(page, leaf);
+    level.push_back({leaf.entry(leaf.size() - 1), page});
+    leaf = IndexPage(PageType::kIndexLeaf, table_, 0);
+    used = 0;
+  };
+  for (const Bytes& entry : entries) {
+    if (used + entry.size() > kIndexCapacity - kBuildReserve && leaf.size() > 0) {
+      flush(level.empty() ? 0 : level.back().page);
+    }
+    leaf.insert(leaf.size(), entry);
+    used += entry.size();
+  }
+  flush(level.empty() ? 0 : level.back().page);
+  for (Byte depth = 1; level.size() > 1; ++depth) {
+    std::vector<Built> above;
+    IndexPage node(PageType::kIndexNode, table_, depth);
+    used = 0;
+    PageNumber previous = 0;
+    for (std::size_t i = 0; i < level.size(); ++i) {
+      const std::size_t size = level[i].last.size() + kChildSize;
+      // A node closes when it is full, but never leaves a single child to the next.
+      const bool full = used + size > kIndexCapacity - kBuildReserve && i + 2 < level.size();
+      if (i + 1 < level.size() && !full) {
+        node.insert(node.size(), level[i].last, level[i].page);
+        used += size;
+        continue;
+      }
+      node.tail = level[i].page;
+      node.previous = previous;
+      const PageNumber page = newPage();
+      if (previous != 0) putU32(file_.change(previous), index_at::kNext, page);
+      write(page, node);
+      previous = page;
+      above.push_back({level[i].last, page});
+      node = IndexPage(PageType::kIndexNode, table_, depth);
+      used = 0;
+    }
+    level = std::move(above);
+  }
+  IndexPage top = IndexPage::read(file_.page(level[0].page));
+  if (!top.fits(false)) {
+    // A single compressed leaf that is too long without its prefix.
+    IndexPage root(PageType::kIndexNode, table_, static_cast<Byte>(top.level() + 1));
+    root.insert(0, level[0].last, level[0].page);
+    return write(root_, root);
+  }
+  dropPage(level[0].page);
+  write(root_, top);
+}
+
+void IndexTree::freeAll() {
+  for (auto page = map_.next(0); page; page = map_.next(*page + 1)) dropPage(*page);
+}
+
+}  // namespace orva::access

@@ -1,0 +1,232 @@
+#include "platform/access/page_file.h"
+
+#include <algorithm>
+
+#include "platform/access/file_header.h"
+#include "platform/access/rc4.h"
+
+namespace orva::access {
+
+PageFile::PageFile(FileSystem& files, std::string path, std::unique_ptr<RandomAccessFile> file, bool writable)
+    : files_(files), path_(std::move(path)), file_(std::move(file)), writable_(writable) {}
+
+std::unique_ptr<PageFile> PageFile::open(FileSystem& files, const std::string& path, bool forWriting) {
+  auto file = files.open(path, forWriting ? OpenKind::kWrite : OpenKind::kRead);
+  const std::uint64_t size = file->size();
+  std::unique_ptr<PageFile> pages(new PageFile(files, path, std::move(file), forWriting));
+  pages->pageCount_ = static_cast<PageNumber>(std::min<std::uint64_t>(size / kPageSize, kMaximumPages));
+  pages->committedPages_ = pages->pageCount_;
+  pages->frames_.resize(pages->pageCount_);
+  pages->recover();
+  const bool whole = size % kPageSize == 0 || !pages->unsaved_.empty();
+  if (!whole || pages->pageCount_ < 3 || size > std::uint64_t{kMaximumPages} * kPageSize) {
+    throw AccessFileError(provider_number::kUnspecified,
+                          path + ": the file is not an Access database, or a part of it is missing.");
+  }
+  if (!pages->unsaved_.empty() && forWriting) pages->sweep();
+  return pages;
+}
+
+std::unique_ptr<PageFile> PageFile::create(FileSystem& files, const std::string& path) {
+  auto file = files.open(path, OpenKind::kCreateNew);
+  return std::unique_ptr<PageFile>(new PageFile(files, path, std::move(file), true));
+}
+
+PageFile::~PageFile() {
+  if (!writable_ || broken_) return;
+  try {
+    rollback();
+    sweep();
+    if (log_) log_->close();
+  } catch (...) {
+    // What is finished stands in the side file; the next open repeats it.
+    broken_ = true;
+  }
+}
+
+void PageFile::openLog() {
+  const Page& header = page(0);
+  log_ = std::make_unique<RedoLog>(files_, RedoLog::pathFor(path_), ByteView(header).subspan(header_at::kUserSlots));
+}
+
+void PageFile::recover() {
+  if (!files_.exists(RedoLog::pathFor(path_)) || pageCount_ == 0) return;
+  openLog();
+  const auto applyLength = [this](PageNumber count) {
+    pageCount_ = std::clamp<PageNumber>(count, pageCount_, kMaximumPages);
+    frames_.resize(pageCount_);
+  };
+  const auto applyRange = [this](PageNumber number, std::size_t offset, ByteView bytes) {
+    if (number >= pageCount_ || offset + bytes.size() > kPageSize) fail(number, "the side file is damaged");
+    const bool isNew = number >= committedPages_ && !frames_[number];
+    Frame& target = isNew ? newFrame(number) : frame(number);
+    std::copy(bytes.begin(), bytes.end(), target.page.begin() + static_cast<std::ptrdiff_t>(offset));
+    markUnsaved(number, target);
+  };
+  const FileHeader header = at(0, [this] { return FileHeader::read(page(0)); });
+  scramblingKey_ = header.scramblingKey;
+  log_->recover(applyRange, applyLength);
+  committedPages_ = pageCount_;
+}
+
+const Page& PageFile::page(PageNumber number) { return frame(number).page; }
+
+PageFile::Frame& PageFile::frame(PageNumber number) {
+  if (number >= pageCount_) fail(number, "a pointer leads to this page, which is past the end of the file");
+  auto& slot = frames_[number];
+  if (!slot) {
+    auto loaded = std::make_unique<Frame>();
+    load(number, loaded->page);
+    slot = std::move(loaded);
+    ++cached_;
+  }
+  slot->used = true;
+  return *slot;
+}
+
+PageFile::Frame& PageFile::newFrame(PageNumber number) {
+  frames_[number] = std::make_unique<Frame>();
+  ++cached_;
+  return *frames_[number];
+}
+
+void PageFile::load(PageNumber number, Page& page) {
+  file_->read(std::uint64_t{number} * kPageSize, page);
+  if (scramblingKey_ == 0 || number == 0) return;
+  Byte key[4];
+  putU32(key, 0, scramblingKey_ ^ number);
+  Rc4(key).apply(page);
+}
+
+void PageFile::store(PageNumber number, const Page& page) {
+  if (scramblingKey_ == 0 || number == 0) return file_->write(std::uint64_t{number} * kPageSize, page);
+  Page coded = page;
+  Byte key[4];
+  putU32(key, 0, scramblingKey_ ^ number);
+  Rc4(key).apply(coded);
+  file_->write(std::uint64_t{number} * kPageSize, coded);
+}
+
+std::unique_ptr<Page> PageFile::copyOf(const Page& page) {
+  if (spare_.empty()) return std::make_unique<Page>(page);
+  auto copy = std::move(spare_.back());
+  spare_.pop_back();
+  *copy = page;
+  return copy;
+}
+
+Page& PageFile::change(PageNumber number) {
+  if (!writable_ || broken_) {
+    throw AccessFileError(provider_number::kUnspecified, path_ + ": the database is open for reading only.");
+  }
+  Frame& target = frame(number);
+  if (!target.before) {
+    target.before = copyOf(target.page);
+    changed_.push_back(number);
+  }
+  return target.page;
+}
+
+PageNumber PageFile::append() {
+  if (pageCount_ >= kMaximumPages) {
+    throw AccessFileError(provider_number::kUnspecified, path_ + ": the database has reached the largest size, 2 GB.");
+  }
+  const PageNumber number = pageCount_++;
+  frames_.resize(pageCount_);
+  newFrame(number);
+  change(number);
+  return number;
+}
+
+void PageFile::markUnsaved(PageNumber number, Frame& target) {
+  if (target.unsaved) return;
+  target.unsaved = true;
+  unsaved_.push_back(number);
+}
+
+void PageFile::commit() {
+  if (changed_.empty()) return;
+  if (!log_) openLog();
+  for (const PageNumber number : changed_) {
+    Frame& target = *frames_[number];
+    log_->addPage(number, *target.before, target.page);
+  }
+  try {
+    log_->commit(pageCount_);
+  } catch (...) {
+    log_->discard();
+    rollback();
+    throw;
+  }
+  for (const PageNumber number : changed_) {
+    Frame& target = *frames_[number];
+    spare_.push_back(std::move(target.before));
+    markUnsaved(number, target);
+  }
+  if (spare_.size() > 64) spare_.resize(64);
+  changed_.clear();
+  committedPages_ = pageCount_;
+  if (sweepIsDue()) sweep();
+  trim();
+}
+
+void PageFile::rollback() {
+  for (const PageNumber number : changed_) {
+    Frame& target = *frames_[number];
+    target.page = *target.before;
+    target.before.reset();
+  }
+  changed_.clear();
+  for (PageNumber number = committedPages_; number < pageCount_; ++number) cached_ -= frames_[number] ? 1 : 0;
+  pageCount_ = committedPages_;
+  frames_.resize(pageCount_);
+}
+
+bool PageFile::sweepIsDue() const {
+  return unsaved_.size() >= kUnsavedPages || log_->length() >= kLogLength ||
+         std::chrono::steady_clock::now() - lastSweep_ >= kSweepInterval;
+}
+
+void PageFile::sweep() {
+  if (unsaved_.empty()) return;
+  try {
+    log_->sync();
+    std::sort(unsaved_.begin(), unsaved_.end());
+    for (const PageNumber number : unsaved_) {
+      Frame& target = *frames_[number];
+      store(number, target.before ? *target.before : target.page);
+    }
+    file_->sync();
+    log_->restart();
+  } catch (...) {
+    // The file may be half written now; the side file repairs it at the next open.
+    broken_ = true;
+    throw;
+  }
+  for (const PageNumber number : unsaved_) frames_[number]->unsaved = false;
+  unsaved_.clear();
+  lastSweep_ = std::chrono::steady_clock::now();
+}
+
+void PageFile::trim() {
+  if (cached_ <= kCachedPages || pageCount_ == 0) return;
+  // Second chance: a page goes when it was not used since the hand last passed.
+  for (PageNumber steps = 2 * pageCount_; steps > 0 && cached_ > kCachedPages - kCachedPages / 8; --steps) {
+    trimHand_ = trimHand_ + 1 < pageCount_ ? trimHand_ + 1 : 0;
+    auto& slot = frames_[trimHand_];
+    if (!slot || slot->unsaved || slot->before) continue;
+    if (slot->used) {
+      slot->used = false;
+    } else {
+      slot.reset();
+      --cached_;
+    }
+  }
+}
+
+void PageFile::fail(PageNumber page, const std::string& fault) const {
+  throw AccessFileError(provider_number::kUnspecified, path_ + ", page " + std::to_string(page) + ": " + fault + ".",
+                        page);
+}
+
+}  // namespace orva::access

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/access/access_file_error.h"
+#include "platform/access/file_system.h"
+#include "platform/access/format.h"
+#include "platform/access/redo_log.h"
+
+namespace orva::access {
+
+/// The pages of one file: cached, scrambled pages decoded, changes collected
+/// in a transaction. A page that `page` or `change` returned stays valid until
+/// the next `trim`, `commit` or `rollback`.
+class PageFile {
+ public:
+  /// Pages kept in memory after `trim`.
+  static constexpr std::size_t kCachedPages = 16'384;
+  /// Changed pages and bytes of the side file at which a sweep is due.
+  static constexpr std::size_t kUnsavedPages = 8'192;
+  static constexpr std::uint64_t kLogLength = 32u << 20;
+  static constexpr std::chrono::seconds kSweepInterval{2};
+
+  /// Opens an existing file and repeats what an interrupted program had
+  /// finished. Throws `AccessFileError` when the length is not that of a database.
+  static std::unique_ptr<PageFile> open(FileSystem& files, const std::string& path, bool forWriting);
+  /// Makes a new file of no pages. Throws when it exists.
+  static std::unique_ptr<PageFile> create(FileSystem& files, const std::string& path);
+  /// Saves what is finished; drops what is not.
+  ~PageFile();
+  PageFile(const PageFile&) = delete;
+  PageFile& operator=(const PageFile&) = delete;
+
+  const std::string& path() const { return path_; }
+  bool isWritable() const { return writable_; }
+  PageNumber pageCount() const { return pageCount_; }
+  /// Pages n >= 1 are coded with this key from now on; 0 = plain.
+  void setScramblingKey(std::uint32_t key) { scramblingKey_ = key; }
+
+  const Page& page(PageNumber number);
+  /// The page, to be changed within the transaction.
+  Page& change(PageNumber number);
+  /// A new page of zeros at the end. Throws at the limit of 2 GB.
+  PageNumber append();
+
+  bool hasChanges() const { return !changed_.empty(); }
+  /// Makes the changes since the last commit durable against the end of the program.
+  void commit();
+  /// Undoes the changes since the last commit.
+  void rollback();
+  /// Writes all finished changes into the file itself and waits for the disk.
+  void sweep();
+  /// Lets go of pages when too many are cached. Only between operations.
+  void trim();
+
+  /// Throws the error for a fault on a page: names the file and the page.
+  [[noreturn]] void fail(PageNumber page, const std::string& fault) const;
+  /// Runs `action`; damage that it finds is reported with the page.
+  template <typename Action>
+  auto at(PageNumber page, Action&& action) const {
+    try {
+      return action();
+    } catch (const Damage& damage) {
+      fail(page, damage.what());
+    }
+  }
+
+ private:
+  struct Frame {
+    Page page{};
+    std::unique_ptr<Page> before = {};  // as it was before the transaction
+    bool unsaved = false;
+    bool used = false;
+  };
+
+  PageFile(FileSystem& files, std::string path, std::unique_ptr<RandomAccessFile> file, bool writable);
+  Frame& frame(PageNumber number);
+  Frame& newFrame(PageNumber number);
+  void load(PageNumber number, Page& page);
+  void store(PageNumber number, const Page& page);
+  void recover();
+  void openLog();
+  void markUnsaved(PageNumber number, Frame& frame);
+  bool sweepIsDue() const;
+  std::unique_ptr<Page> copyOf(const Page& page);
+
+  FileSystem& files_;
+  std::string path_;
+  std::unique_ptr<RandomAccessFile> file_;
+  std::unique_ptr<RedoLog> log_;
+  bool writable_;
+  bool broken_ = false;
+  std::uint32_t scramblingKey_ = 0;
+  PageNumber pageCount_ = 0;
+  PageNumber committedPages_ = 0;
+  std::vector<std::unique_ptr<Frame>> frames_;
+  std::size_t cached_ = 0;
+  PageNumber trimHand_ = 0;
+  std::vector<PageNumber> changed_;
+  std::vector<PageNumber> unsaved_;
+  std::vector<std::unique_ptr<Page>> spare_;
+  std::chrono::steady_clock::time_point lastSweep_ = {};
+};
+
+}  // namespace orva::access

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/access/file_system.h"
+#include "platform/access/format.h"
+
+namespace orva::access {
+
+/// The side file that makes changes of the database atomic. Every finished
+/// change (statement or record) is appended as one record with a checksum
+/// before any page of the database is touched; from time to time all changed
+/// pages go to the database in one sweep, and the log starts anew. After an
+/// interruption the whole records of the log are applied again, which is right
+/// whatever part of the sweep was done, because a record says what bytes a
+/// place has, not how it changes.
+///
+/// The program's end at any point loses nothing that was finished. A power cut
+/// can lose what was appended since the last sweep, never half of a change:
+/// the log reaches the disk before the pages do.
+class RedoLog {
+ public:
+  /// `identity` are bytes of the database that another program's use changes
+  /// (the user slots of the header).
+  RedoLog(FileSystem& files, std::string path, ByteView identity);
+
+  /// The name of the side file of a database.
+  static std::string pathFor(const std::string& database) { return database + "-changes"; }
+
+  using ApplyRange = std::function<void(PageNumber page, std::size_t offset, ByteView bytes)>;
+  using ApplyLength = std::function<void(PageNumber pageCount)>;
+  /// Reads a log that an interrupted program left behind. Returns false when
+  /// there is none with a whole record. Throws `AccessFileError` when another
+  /// program has used the database since.
+  bool recover(const ApplyRange& applyRange, const ApplyLength& applyLength);
+
+  /// Collects one record: the bytes of `after` that differ from `before`.
+  void addPage(PageNumber page, const Page& before, const Page& after);
+  /// Appends the collected record to the side file.
+  void commit(PageNumber pageCount);
+  void discard() { record_.clear(); }
+  bool isEmpty() const { return length_ == 0; }
+  std::uint64_t length() const { return length_; }
+  void sync();
+  /// Forgets all records; they must be in the database by now.
+  void restart();
+  /// Removes the side file.
+  void close();
+
+ private:
+  void start();
+
+  FileSystem& files_;
+  std::string path_;
+  Bytes identity_;
+  std::unique_ptr<RandomAccessFile> file_;
+  Bytes record_;
+  std::uint64_t length_ = 0;
+};
+
+}  // namespace orva::access

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/access/cell.h"
+#include "platform/access/data_page.h"
+#include "platform/access/long_values.h"
+#include "platform/access/row.h"
+
+namespace orva::access {
+
+/// Finds the bytes of a row by its identity and reads its columns.
+class RowReader {
+ public:
+  RowReader(PageFile& file, const TableDefinition& definition, const LongValues& longValues)
+      : file_(file), definition_(definition), longValues_(longValues) {}
+
+  /// Where the row's bytes are: the first slot, or the one that pointers lead to.
+  SlotAddress resolve(RowId row) const;
+  /// True when a live row of this table has the identity.
+  bool exists(RowId row) const;
+  ByteView bytes(RowId row) const;
+  Cell cell(RowId row, std::size_t column) const;
+  /// All columns; `withLongValues` false leaves memos and OLE objects out (null).
+  Row row(RowId row, bool withLongValues = true) const;
+  /// The stored parts of all columns.
+  StoredCells storedCells(RowId row) const;
+
+ private:
+  Cell decode(const Column& column, const StoredRow& stored) const;
+
+  PageFile& file_;
+  const TableDefinition& definition_;
+  const LongValues& longValues_;
+};
+
+/// Goes through the rows of a table in the order of the file. Rows may be
+/// changed, added and removed on the way.
+class RowScan {
+ public:
+  RowScan(PageFile& file, const TableDefinition& definition, UsageMap owned)
+      : file_(file), definition_(definition), owned_(owned) {}
+
+  /// Moves to the first or next row; false at the end.
+  bool next();
+  RowId row() const { return rowIdOf({page_, static_cast<Byte>(slot_)}); }
+
+ private:
+  bool nextOnPage();
+
+  PageFile& file_;
+  const TableDefinition& definition_;
+  UsageMap owned_;
+  PageNumber page_ = 0;
+  std::size_t slot_ = 0;
+  bool started_ = false;
+};
+
+}  // namespace orva::access

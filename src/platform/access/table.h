@@ -1,0 +1,119 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/access/index_key.h"
+#include "platform/access/index_tree.h"
+#include "platform/access/row_reader.h"
+#include "platform/access/table_properties.h"
+
+namespace orva::access {
+
+class Table;
+
+/// Gives a table the other side of its relationships.
+class TableLookup {
+ public:
+  TableLookup() = default;
+  TableLookup(const TableLookup&) = delete;
+  TableLookup& operator=(const TableLookup&) = delete;
+  virtual ~TableLookup() = default;
+  virtual Table& tableAt(PageNumber definition) = 0;
+};
+
+/// A new value of one column, by its position in the definition.
+struct Change {
+  std::size_t column = 0;
+  Cell value = {};
+};
+
+/// The rows and indexes of one table. Changes belong to the transaction of the
+/// page file: after an exception the caller rolls back. Rules are checked
+/// before anything is changed; only cascades can fail in the middle.
+class Table {
+ public:
+  Table(PageFile& file, PageAllocator& allocator, TableLookup& tables, std::string name, PageNumber definition);
+  Table(const Table&) = delete;
+  Table& operator=(const Table&) = delete;
+
+  const std::string& name() const { return name_; }
+  const TableDefinition& definition() const { return definition_; }
+  TableDefinition& editDefinition() { return definition_; }
+  const TableProperties& properties() const { return properties_; }
+  void setProperties(TableProperties properties) { properties_ = std::move(properties); }
+  /// Reads the definition again, after a rollback or a change of structure.
+  void reload();
+
+  RowScan scan() const { return RowScan(file_, definition_, pages_->owned()); }
+  const RowReader& rows() const { return reader_; }
+  /// The tree of a real index, by its position in the definition.
+  const IndexTree& tree(std::size_t realIndex) const { return *trees_[realIndex]; }
+  IndexTree& editTree(std::size_t realIndex) { return *trees_[realIndex]; }
+  LongValues& longValues() { return longValues_; }
+  RowPages& pages() { return *pages_; }
+
+  /// Adds a row: one cell a column, null where an autonumber is to be given.
+  /// Throws `ProviderError`: `kUnspecified` for a repeated key, `kIntegrity`
+  /// for a broken rule, `kDataOverflow` and `kTypeMismatch` for a wrong value.
+  RowId insert(Row row);
+  void update(RowId row, const std::vector<Change>& changes);
+  void remove(RowId row);
+
+  /// The entries that an index over the rows would have, in order. Throws when
+  /// the rows break its rules; `indexName` stands in the error.
+  std::vector<Bytes> sortedEntries(const RealIndex& index, const std::string& indexName) const;
+
+  /// The value that the last `insert` gave to an autonumber column.
+  std::int64_t lastAutoNumber() const { return static_cast<std::int32_t>(definition_.lastAutoNumber); }
+
+ private:
+  struct KeyChange {
+    std::size_t index;
+    std::optional<IndexEntry> before;
+    std::optional<IndexEntry> after;
+  };
+
+  void requireKnownTypes() const;
+  void giveAutoNumbers(Row& row);
+  void checkRules(const Column& column, const Cell& cell) const;
+  /// What a row with these cells writes into an index; nothing when it has no entry there.
+  std::optional<Bytes> keyFor(const RealIndex& real, const Row& row) const;
+  void checkUnique(std::size_t index, const Row& row, const Bytes& key, std::optional<RowId> except) const;
+  bool uses(const RealIndex& index, const std::vector<Change>& changes) const;
+  std::vector<KeyChange> keyChanges(RowId id, const Row& before, const Row& after,
+                                    const std::vector<Change>& changes) const;
+  void eraseKey(std::size_t index, const Row& row, RowId id);
+  void applyKeys(RowId id, const Row& before, const std::vector<KeyChange>& keys);
+
+  /// Plans the stored parts, then stores long values; refuses a row over the limit first.
+  StoredCells storeCells(const Row& row, StoredCells cells, const std::vector<bool>& changed);
+  void removeLongValues(const StoredCells& cells, const std::vector<bool>& affected);
+  void storeRow(RowId id, ByteView bytes);
+  void removeSlots(RowId id);
+  Row keyRow(RowId id) const;
+
+  void checkParents(const Row& row, const std::vector<Change>* changes) const;
+  void checkChildrenBeforeUpdate(const Row& before, const Row& after);
+  void cascadeUpdate(const Row& before, const Row& after);
+  void releaseChildren(RowId id, const Row& row);
+
+  PageFile& file_;
+  PageAllocator& allocator_;
+  TableLookup& tables_;
+  std::string name_;
+  TableDefinition definition_;
+  TableProperties properties_;
+  LongValues longValues_;
+  RowReader reader_;
+  std::unique_ptr<RowPages> pages_;
+  std::vector<std::unique_ptr<IndexTree>> trees_;
+  std::vector<RowId> removing_;
+};
+
+/// How many different keys stand in sorted entries.
+std::uint32_t countDistinctKeys(const std::vector<Bytes>& entries);
+
+}  // namespace orva::access

@@ -1,0 +1,225 @@
+#include <algorithm>
+#include <random>
+
+#include "platform/access/table.h"
+
+namespace orva::access {
+namespace {
+
+Guid randomGuid() {
+  static std::random_device source;
+  Guid guid;
+  for (Byte& byte : guid.bytes) byte = static_cast<Byte>(source());
+  guid.bytes[6] = static_cast<Byte>((guid.bytes[6] & 0x0F) | 0x40);
+  guid.bytes[8] = static_cast<Byte>((guid.bytes[8] & 0x3F) | 0x80);
+  return guid;
+}
+
+}  // namespace
+
+void Table::giveAutoNumbers(Row& row) {
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    const Column& column = definition_.columns[i];
+    if (column.type == ColumnType::kGuid && (column.flags & column_flag::kAutoGuid) != 0 && isNull(row[i])) {
+      row[i] = randomGuid();
+    }
+    if (!column.isAutoNumber() || column.type != ColumnType::kLong) continue;
+    const auto last = static_cast<std::int32_t>(definition_.lastAutoNumber);
+    if (isNull(row[i])) row[i] = std::int64_t{last} + std::max<std::uint32_t>(definition_.autoNumberStep, 1);
+    row[i] = convertFor(column, row[i]);
+    const std::int64_t given = std::get<std::int64_t>(row[i]);
+    if (given > last) definition_.lastAutoNumber = static_cast<std::uint32_t>(given);
+  }
+}
+
+void Table::checkRules(const Column& column, const Cell& cell) const {
+  if (isNull(cell)) {
+    if (!properties_.isRequired(column.name)) return;
+    throw AccessFileError(provider_number::kIntegrity,
+                          "Table '" + name_ + "': the column '" + column.name + "' must have a value.");
+  }
+  const auto* text = std::get_if<std::string>(&cell);
+  if (text && text->empty() && !properties_.allowsZeroLength(column.name)) {
+    throw AccessFileError(provider_number::kIntegrity,
+                          "Table '" + name_ + "': the column '" + column.name + "' cannot hold an empty text.");
+  }
+}
+
+RowId Table::insert(Row row) {
+  requireKnownTypes();
+  row.resize(definition_.columns.size());
+  giveAutoNumbers(row);
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    row[i] = convertFor(definition_.columns[i], std::move(row[i]));
+    if (!properties_.isEmpty()) checkRules(definition_.columns[i], row[i]);
+  }
+  std::vector<std::optional<Bytes>> keys;
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    keys.push_back(keyFor(definition_.realIndexes[i], row));
+    if (keys.back()) checkUnique(i, row, *keys.back(), std::nullopt);
+  }
+  checkParents(row, nullptr);
+  const std::vector<bool> all(row.size(), true);
+  const StoredCells cells = storeCells(row, StoredCells(row.size()), all);
+  const RowId id = rowIdOf(pages_->add(encodeRow(definition_, cells)));
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    if (keys[i] && trees_[i]->insert({*keys[i], id})) ++definition_.realIndexes[i].distinctKeys;
+  }
+  ++definition_.rowCount;
+  writeTableCounts(file_, definition_);
+  return id;
+}
+
+StoredCells Table::storeCells(const Row& row, StoredCells cells, const std::vector<bool>& changed) {
+  std::vector<std::pair<std::size_t, Bytes>> values;
+  for (std::size_t i = 0; i < row.size(); ++i) {
+    const Column& column = definition_.columns[i];
+    if (!changed[i]) continue;
+    cells[i].reset();
+    if (const auto* yes = std::get_if<bool>(&row[i])) {
+      if (*yes) cells[i] = Bytes();
+    } else if (!isNull(row[i])) {
+      Bytes stored = encodeCell(column, row[i]);
+      if (isLongValue(column.type)) {
+        const std::size_t inRow = stored.size() <= long_value::kLargestInline ? stored.size() : 0;
+        cells[i] = Bytes(long_value::kCell + inRow);
+        values.emplace_back(i, std::move(stored));
+      } else {
+        cells[i] = std::move(stored);
+      }
+    }
+  }
+  // Long values leave the row when it would be too long with them.
+  const bool mayStay = encodedRowSize(definition_, cells) <= kMaximumRow;
+  if (!mayStay) {
+    for (const auto& value : values) cells[value.first]->resize(long_value::kCell);
+    if (encodedRowSize(definition_, cells) > kMaximumRow) {
+      throw AccessFileError(provider_number::kDataOverflow,
+                            "Table '" + name_ + "': the row is longer than 4,060 bytes.");
+    }
+  }
+  for (const auto& [i, value] : values) cells[i] = longValues_.store(definition_.columns[i], value, mayStay);
+  return cells;
+}
+
+void Table::removeLongValues(const StoredCells& cells, const std::vector<bool>& affected) {
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const Column& column = definition_.columns[i];
+    if (!affected[i] || !cells[i] || !isLongValue(column.type)) continue;
+    file_.at(definition_.page, [&] { longValues_.remove(column, *cells[i]); });
+  }
+}
+
+std::vector<Table::KeyChange> Table::keyChanges(RowId id, const Row& before, const Row& after,
+                                                const std::vector<Change>& changes) const {
+  std::vector<KeyChange> keys;
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    const RealIndex& index = definition_.realIndexes[i];
+    if (!uses(index, changes)) continue;
+    const auto next = keyFor(index, after);
+    const bool hadEntry = !(index.ignoresNulls() && allNull(definition_, index, before));
+    const auto old = hadEntry ? indexKey(definition_, index, before) : std::nullopt;
+    if (old == next && hadEntry == next.has_value()) continue;
+    if (next) checkUnique(i, after, *next, id);
+    KeyChange change{.index = i, .before = {}, .after = {}};
+    if (hadEntry) change.before = IndexEntry{old.value_or(Bytes()), id};
+    if (next) change.after = IndexEntry{*next, id};
+    keys.push_back(std::move(change));
+  }
+  return keys;
+}
+
+void Table::eraseKey(std::size_t index, const Row& row, RowId id) {
+  const RealIndex& real = definition_.realIndexes[index];
+  for (const DoubleLetters letters : {DoubleLetters::kTwoPlaces, DoubleLetters::kOnePlace}) {
+    const auto key = indexKey(definition_, real, row, letters);
+    if (key && trees_[index]->erase({*key, id})) return;
+  }
+  // A key that another engine made: rather read the whole index than leave it behind.
+  const auto found = trees_[index]->findRow(id);
+  if (found) trees_[index]->erase(*found);
+}
+
+void Table::applyKeys(RowId id, const Row& before, const std::vector<KeyChange>& keys) {
+  for (const KeyChange& key : keys) {
+    if (key.before) eraseKey(key.index, before, id);
+    if (key.after && trees_[key.index]->insert(*key.after)) ++definition_.realIndexes[key.index].distinctKeys;
+  }
+  if (!keys.empty()) writeTableCounts(file_, definition_);
+}
+
+void Table::update(RowId id, const std::vector<Change>& changes) {
+  requireKnownTypes();
+  const Row before = keyRow(id);
+  Row after = before;
+  std::vector<bool> changed(after.size(), false);
+  for (const Change& change : changes) {
+    const Column& column = definition_.columns[change.column];
+    after[change.column] = convertFor(column, change.value);
+    checkRules(column, after[change.column]);
+    changed[change.column] = true;
+  }
+  const auto keys = keyChanges(id, before, after, changes);
+  checkParents(after, &changes);
+  checkChildrenBeforeUpdate(before, after);
+  const StoredCells old = reader_.storedCells(id);
+  const StoredCells cells = storeCells(after, old, changed);
+  removeLongValues(old, changed);
+  storeRow(id, encodeRow(definition_, cells));
+  applyKeys(id, before, keys);
+  cascadeUpdate(before, after);
+}
+
+void Table::storeRow(RowId id, ByteView bytes) {
+  const SlotAddress first = addressOf(id);
+  const SlotAddress place = reader_.resolve(id);
+  const bool moved = !(place == first);
+  DataPageEditor page(file_.change(place.page));
+  if (page.canReplace(place.row, bytes.size())) {
+    return page.replace(place.row, bytes, moved ? kSlotHidden : std::uint16_t{0});
+  }
+  const SlotAddress target = pages_->add(bytes, kSlotHidden);
+  if (moved) pages_->remove(place);
+  // The slot keeps its length and becomes a pointer.
+  const ByteView slot = DataPage(file_.page(first.page)).row(first.row);
+  Bytes pointer(slot.begin(), slot.end());
+  if (pointer.size() < kMinimumRow) file_.fail(first.page, "a row is too short to be moved");
+  putSlotAddress(pointer, 0, target);
+  DataPageEditor(file_.change(first.page)).replace(first.row, pointer, kSlotMoved);
+}
+
+/// Removes the first slot of a row and every slot that it leads to.
+void Table::removeSlots(RowId id) {
+  SlotAddress at = addressOf(id);
+  const SlotAddress last = reader_.resolve(id);
+  while (!(at == last)) {
+    const SlotAddress next = slotAddressAt(DataPage(file_.page(at.page)).row(at.row), 0);
+    pages_->remove(at);
+    at = next;
+  }
+  pages_->remove(last);
+}
+
+void Table::remove(RowId id) {
+  requireKnownTypes();
+  const Row row = keyRow(id);
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    for (const IndexColumn& part : definition_.realIndexes[i].columns) {
+      const std::size_t column = definition_.columnOfNumber(part.number).value();
+      if (definition_.columns[column].isText() && !definition_.columns[column].isGeneralOrder()) {
+        keyFor(definition_.realIndexes[i], row);
+      }
+    }
+  }
+  releaseChildren(id, row);
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    const RealIndex& index = definition_.realIndexes[i];
+    if (!(index.ignoresNulls() && allNull(definition_, index, row))) eraseKey(i, row, id);
+  }
+  removeLongValues(reader_.storedCells(id), std::vector<bool>(row.size(), true));
+  removeSlots(id);
+  if (definition_.rowCount > 0) --definition_.rowCount;
+  writeTableCounts(file_, definition_);
+}
+
+}  // namespace orva::access

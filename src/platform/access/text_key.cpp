@@ -1,0 +1,144 @@
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "platform/access/index_key.h"
+#include "platform/access/text_key_table.h"
+
+namespace orva::access {
+namespace {
+
+constexpr Byte kNoAccent = 0x02;
+constexpr Byte kSeparator = 0x01;
+constexpr Byte kEnd = 0x00;
+constexpr Byte kNoteMark = 0x06;
+constexpr std::size_t kFirstNotePlace = 7;
+constexpr std::size_t kBytesPerPlace = 4;
+
+/// One character, looked up directly.
+struct Weight {
+  CharacterClass kind = CharacterClass::kUnknown;
+  Byte size = 0;
+  Byte bytes[2] = {};
+  Byte accent = 0;
+  Byte places = 0;
+};
+
+std::vector<Weight> makeWeights() {
+  const auto runs = generalSortOrder();
+  std::vector<Weight> weights(static_cast<std::size_t>(runs.back().first) +
+                              static_cast<std::size_t>(runs.back().count));
+  for (const CharacterRun& run : runs) {
+    for (int i = 0; i < run.count; ++i) {
+      Weight& weight = weights[static_cast<std::size_t>(run.first + i)];
+      weight.kind = run.kind;
+      weight.size = static_cast<Byte>(std::strlen(run.weight));
+      std::memcpy(weight.bytes, run.weight, weight.size);
+      if (weight.size > 0) {
+        Byte& last = weight.bytes[weight.size - 1];
+        last = static_cast<Byte>(last + i * run.step);
+      }
+      weight.accent = run.accent;
+      weight.places = static_cast<Byte>(run.places);
+    }
+  }
+  return weights;
+}
+
+const Weight& weightOf(char16_t c) {
+  static const std::vector<Weight> weights = makeWeights();
+  static const Weight unknown;
+  return c < weights.size() ? weights[c] : unknown;
+}
+
+/// The three parts of a key, collected character by character.
+class TextKeyParts {
+ public:
+  explicit TextKeyParts(DoubleLetters letters) : letters_(letters) {}
+
+  bool add(char16_t c) {
+    const Weight& weight = weightOf(c);
+    switch (weight.kind) {
+      case CharacterClass::kUnknown:
+        return false;
+      case CharacterClass::kIgnored:
+        return true;
+      case CharacterClass::kNote:
+        addNote(weight.bytes[0]);
+        return true;
+      case CharacterClass::kModifier:
+        addModifier(weight.bytes[0]);
+        return true;
+      default:
+        addWeight(weight);
+        return true;
+    }
+  }
+
+  Bytes takeWeights() { return std::move(weights_); }
+
+  Bytes assemble() {
+    while (!accents_.empty() && accents_.back() <= kNoAccent) accents_.pop_back();
+    Bytes key = std::move(weights_);
+    key.push_back(kSeparator);
+    append(key, accents_);
+    if (!notes_.empty()) {
+      key.insert(key.end(), 3, kSeparator);
+      append(key, notes_);
+    }
+    key.push_back(kEnd);
+    return key;
+  }
+
+ private:
+  void addWeight(const Weight& weight) {
+    weights_.insert(weights_.end(), weight.bytes, weight.bytes + weight.size);
+    places_ += letters_ == DoubleLetters::kTwoPlaces ? weight.places : 1u;
+    accents_.resize(places_, kNoAccent);
+    if (weight.accent != 0) accents_.back() = weight.accent;
+  }
+  void addModifier(Byte value) {
+    if (accents_.empty()) {
+      accents_.push_back(value);
+    } else {
+      accents_.back() = static_cast<Byte>(accents_.back() + value);
+    }
+  }
+  void addNote(Byte code) {
+    appendBigEndian(notes_, 0x8000 | (kFirstNotePlace + kBytesPerPlace * places_), 2);
+    notes_.push_back(kNoteMark);
+    notes_.push_back(code);
+  }
+
+  DoubleLetters letters_;
+  Bytes weights_;
+  Bytes accents_;
+  Bytes notes_;
+  std::size_t places_ = 0;
+};
+
+}  // namespace
+
+std::optional<Bytes> textKey(std::u16string_view text, bool descending, DoubleLetters letters) {
+  text = text.substr(0, kMaximumText);
+  while (text.ends_with(u' ')) text.remove_suffix(1);
+  TextKeyParts parts(letters);
+  for (const char16_t c : text) {
+    if (!parts.add(c)) return std::nullopt;
+  }
+  Bytes key = parts.assemble();
+  if (!descending) return key;
+  key.insert(key.end() - 1, kEnd);
+  std::for_each(key.begin(), key.end() - 1, [](Byte& byte) { byte = static_cast<Byte>(~byte); });
+  return key;
+}
+
+std::optional<Bytes> textKeyPrefix(std::u16string_view text) {
+  TextKeyParts parts(DoubleLetters::kTwoPlaces);
+  for (const char16_t c : text.substr(0, kMaximumText)) {
+    if (!parts.add(c)) return std::nullopt;
+  }
+  return parts.takeWeights();
+}
+
+}  // namespace orva::access

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/embedded/sql/tokens.h"
+#include "platform/embedded/sql/translation.h"
+#include "platform/embedded/sqlite_handle.h"
+
+namespace orva::embedded {
+
+/// Finds the place of a result column by its name without regard to case.
+class NameIndex {
+ public:
+  void build(const std::vector<sql::ResultColumn>& columns);
+  /// -1 when there is no such column; the first of several.
+  int find(std::string_view name) const;
+
+ private:
+  std::vector<std::string> names_;
+  std::vector<int> slots_;
+  std::size_t mask_ = 0;
+};
+
+/// The text of a statement with its lifted literals.
+struct StatementText {
+  std::string_view text;
+  const std::vector<sql::Literal>* literals = nullptr;
+
+  std::string_view inside(int literal) const {
+    const sql::Literal& at = (*literals)[static_cast<std::size_t>(literal)];
+    return text.substr(at.offset, at.length);
+  }
+};
+
+/// A statement ready to run, shared by all texts that differ in literals only.
+///
+/// A query whose rows have keys selects the key and those columns that callers
+/// have asked for so far: a test whether a row exists reads nothing but the index,
+/// however wide the table is. Another column is read through the key, and is
+/// selected from the next run on.
+class Prepared {
+ public:
+  Prepared(sqlite3* database, std::shared_ptr<const Catalogue> catalogue, sql::Translation translation,
+           SqlDialect dialect);
+
+  const sql::Translation& translation() const { return translation_; }
+  const NameIndex& names() const { return names_; }
+  bool fits(const StatementText& text) const;
+
+  /// Binds the literals and steps to the first row; false when there is none.
+  /// The text must stay where it is until the statement is reset.
+  bool start(const StatementText& text);
+  bool step();
+  void reset() { sqlite3_reset(statement_.get()); }
+  /// The change with its literals bound, to be run while the text is there.
+  sqlite3_stmt* change(const StatementText& text);
+  std::int64_t count(const StatementText& text);
+  /// True when the statement was prepared again since the last call, as it is
+  /// when anyone has changed the layout.
+  bool wasPreparedAnew();
+
+  std::int64_t key() const { return sqlite3_column_int64(statement_.get(), 0); }
+  /// Place in the row under way of a result column; -1 when it is not selected.
+  int place(int column) const;
+  Value at(int place, int column) const;
+  void askFor(int column);
+
+  sqlite3_stmt* insertRow();
+  /// An update of these columns of the row with a key, the last parameter.
+  StatementHandle updateRow(const std::vector<int>& columns) const;
+  /// All columns of the row with this key in the order of the result; false when it is gone.
+  bool readRow(std::int64_t key, std::vector<Value>& row);
+  /// The key that follows in the whole table; 0 when there is none.
+  std::int64_t nextKey(std::int64_t key);
+
+  /// The query plan, for tests that must see an index in use.
+  std::string plan() const;
+
+ private:
+  void bindAll(sqlite3_stmt* statement, const StatementText& text) const;
+  void bindLiteral(sqlite3_stmt* statement, int at, const sql::Binding& binding, const StatementText& text) const;
+  void prepareQuery();
+
+  sqlite3* database_;
+  std::shared_ptr<const Catalogue> catalogue_;
+  sql::Translation translation_;
+  SqlDialect dialect_;
+  NameIndex names_;
+  StatementHandle statement_;
+  StatementHandle count_;
+  StatementHandle insert_;
+  StatementHandle reader_;
+  StatementHandle next_;
+  std::vector<int> asked_;   ///< result columns in the order in which they were asked for
+  std::vector<int> places_;  ///< place of each result column in `asked_`, or -1
+  bool preparedAnew_ = false;
+  std::size_t selected_ = 0;  ///< how many of `asked_` the statement selects
+};
+
+}  // namespace orva::embedded

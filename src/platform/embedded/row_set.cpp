@@ -1,0 +1,339 @@
+#include "platform/embedded/row_set.h"
+
+#include <algorithm>
+
+#include "platform/embedded/conversion.h"
+#include "platform/embedded/session.h"
+#include "platform/values/text.h"
+
+namespace orva::embedded {
+namespace {
+
+// Numbers of the data-access library for faults of the caller.
+constexpr std::int32_t kNoSuchField = 3265;
+constexpr std::int32_t kNotUpdatable = 3251;
+
+}  // namespace
+
+RowSet::RowSet(Session& session, std::string_view sql, bool updatable)
+    : session_(&session), text_(sql), criterionAt_(sql.size()), updatable_(updatable) {
+  session_->enter(this);
+  try {
+    runQuery();
+  } catch (...) {
+    session_->leave(this);
+    throw;
+  }
+}
+
+RowSet::~RowSet() {
+  if (!session_) return;
+  if (running_) prepared_->reset();
+  session_->leave(this);
+}
+
+void RowSet::close() {
+  if (running_) prepared_->reset();
+  running_ = false;
+  updateRow_.reset();
+  prepared_.reset();
+  session_ = nullptr;
+}
+
+void RowSet::checkOpen() const {
+  if (!session_) throw ProviderError(provider_number::kObjectClosed, "The record set is closed.");
+}
+
+void RowSet::failNoRow() { throw ProviderError(provider_number::kNoCurrentRecord, "There is no current record."); }
+
+const TableDef* RowSet::table() const { return prepared_ && isKeyed() ? prepared_->translation().table : nullptr; }
+
+/// Another program may have changed the layout since the query was translated.
+void RowSet::runQuery() {
+  try {
+    runOnce();
+    if (!prepared_->wasPreparedAnew() || !session_->noticeLayoutChange()) return;
+  } catch (const ProviderError&) {
+    if (!session_->noticeLayoutChange()) throw;
+  }
+  if (running_) prepared_->reset();
+  running_ = false;
+  runOnce();
+}
+
+void RowSet::runOnce() {
+  session_->beginReading();
+  running_ = false;
+  auto prepared = session_->query(text_, criterionAt_, literals_);
+  if (prepared != prepared_) {
+    updateRow_.reset();
+    prepared_ = std::move(prepared);
+  }
+  eof_ = !prepared_->start({text_, &literals_});
+  rowLoaded_ = false;
+  onAddedRow_ = false;
+  continueByKey_ = false;
+  editing_ = Editing::kNone;
+  pending_.clear();
+  keys_.clear();
+  rows_.clear();
+  selected_.clear();
+  next_ = 0;
+  running_ = !eof_;
+  if (running_) session_->takeOver(this);
+  if (running_ && isKeyed()) key_ = prepared_->key();
+}
+
+bool RowSet::eof() {
+  checkOpen();
+  return eof_ && editing_ != Editing::kAdding;
+}
+
+std::int64_t RowSet::recordCount() {
+  checkOpen();
+  if (!running_) session_->beginReading();
+  return prepared_->count({text_, &literals_});
+}
+
+void RowSet::moveFirst() {
+  checkOpen();
+  if (editing_ != Editing::kNone) update();
+  runQuery();
+}
+
+void RowSet::requery() {
+  checkOpen();
+  runQuery();
+}
+
+void RowSet::filter(std::string_view criterion) {
+  checkOpen();
+  text_.resize(criterionAt_);
+  if (!trimSpace(criterion).empty()) text_ += criterion;
+  runQuery();
+}
+
+void RowSet::putAside() {
+  if (!running_) return;
+  running_ = false;
+  if (!isKeyed()) {
+    const auto columns = static_cast<int>(prepared_->translation().columns.size());
+    do {
+      std::vector<Value> row(static_cast<std::size_t>(columns));
+      for (int i = 0; i < columns; ++i) row[static_cast<std::size_t>(i)] = prepared_->at(i, i);
+      rows_.push_back(std::move(row));
+    } while (prepared_->step());
+    prepared_->reset();
+    return;
+  }
+  const auto columns = static_cast<int>(prepared_->translation().columns.size());
+  selected_.clear();
+  for (int i = 0; i < columns; ++i) {
+    const int place = prepared_->place(i);
+    if (place < 0) continue;
+    if (selected_.size() <= static_cast<std::size_t>(place)) selected_.resize(static_cast<std::size_t>(place) + 1);
+    selected_[static_cast<std::size_t>(place)] = prepared_->at(place, i);
+  }
+  continueByKey_ = prepared_->translation().wholeTable;
+  while (!continueByKey_ && prepared_->step()) keys_.push_back(prepared_->key());
+  prepared_->reset();
+}
+
+void RowSet::keepRow() {
+  if (!session_ || eof_ || !isKeyed() || rowLoaded_) return;
+  rowLoaded_ = prepared_->readRow(key_, row_);
+}
+
+void RowSet::loadRow() {
+  if (rowLoaded_) return;
+  if (!running_) session_->beginReading();
+  rowLoaded_ = prepared_->readRow(key_, row_);
+  if (!rowLoaded_) throw ProviderError(provider_number::kNoCurrentRecord, "The record has been deleted.");
+}
+
+void RowSet::moveToKey() {
+  selected_.clear();
+  rowLoaded_ = false;
+  session_->beginReading();
+  if (continueByKey_) {
+    key_ = prepared_->nextKey(key_);
+    eof_ = key_ == 0;
+    return;
+  }
+  // Rows that have been deleted meanwhile are passed over.
+  while (next_ < keys_.size()) {
+    key_ = keys_[next_++];
+    rowLoaded_ = prepared_->readRow(key_, row_);
+    if (rowLoaded_) return;
+  }
+  eof_ = true;
+}
+
+void RowSet::moveNext() {
+  checkOpen();
+  if (editing_ != Editing::kNone) update();
+  if (eof_) failNoRow();
+  if (onAddedRow_) {
+    // A new row stands behind all others.
+    onAddedRow_ = false;
+    eof_ = true;
+  } else if (running_) {
+    rowLoaded_ = false;
+    running_ = prepared_->step();
+    eof_ = !running_;
+    if (running_ && isKeyed()) key_ = prepared_->key();
+    if (eof_) session_->takeOver(nullptr);
+  } else if (isKeyed()) {
+    moveToKey();
+  } else {
+    eof_ = ++next_ >= rows_.size();
+  }
+}
+
+std::vector<FieldInfo> RowSet::fields() const {
+  checkOpen();
+  std::vector<FieldInfo> all;
+  for (const sql::ResultColumn& column : prepared_->translation().columns) {
+    all.push_back({column.name, column.fieldType, column.size});
+  }
+  return all;
+}
+
+int RowSet::column(std::string_view field) const {
+  checkOpen();
+  const int at = prepared_->names().find(field);
+  if (at < 0) throw ProviderError(kNoSuchField, "There is no field '" + std::string(field) + "' in the record set.");
+  return at;
+}
+
+const ColumnDef& RowSet::definition(int column) const {
+  const sql::Translation& translation = prepared_->translation();
+  return translation.table->columns[static_cast<std::size_t>(translation.columnOf[static_cast<std::size_t>(column)])];
+}
+
+const Value* RowSet::pendingValue(int column) const {
+  for (const auto& [place, value] : pending_) {
+    if (place == column) return &value;
+  }
+  return nullptr;
+}
+
+Value RowSet::defaultOf(int column) const {
+  const ColumnDef& def = definition(column);
+  const bool startsAsNo = def.type == ColumnType::kBoolean && session_->dialect() == SqlDialect::kAccess;
+  return def.defaultValue.isNull() && startsAsNo ? Value(false) : def.defaultValue;
+}
+
+Value RowSet::get(std::string_view field) {
+  const int at = column(field);
+  if (const Value* value = pendingValue(at)) return *value;
+  if (editing_ == Editing::kAdding) return defaultOf(at);
+  if (eof_) failNoRow();
+  return current(at);
+}
+
+Value RowSet::current(int at) {
+  if (!isKeyed()) {
+    return running_ ? prepared_->at(at, at) : rows_[next_][static_cast<std::size_t>(at)];
+  }
+  if (rowLoaded_) return row_[static_cast<std::size_t>(at)];
+  const int place = prepared_->place(at);
+  if (place >= 0 && running_) return prepared_->at(place, at);
+  if (place >= 0 && static_cast<std::size_t>(place) < selected_.size())
+    return selected_[static_cast<std::size_t>(place)];
+  prepared_->askFor(at);
+  loadRow();
+  return row_[static_cast<std::size_t>(at)];
+}
+
+void RowSet::addNew() {
+  checkOpen();
+  if (editing_ != Editing::kNone) update();
+  if (!updatable_ || !isKeyed()) throw ProviderError(kNotUpdatable, "The record set cannot be changed.");
+  editing_ = Editing::kAdding;
+  pending_.clear();
+}
+
+void RowSet::set(std::string_view field, const Value& value) {
+  const int at = column(field);
+  if (!updatable_ || !isKeyed()) throw ProviderError(kNotUpdatable, "The record set cannot be changed.");
+  if (eof_ && editing_ == Editing::kNone) failNoRow();
+  const ColumnDef& def = definition(at);
+  // A null in a required column is a fault of the finished record only.
+  Value stored = value.isNull() ? Value() : convertForColumn(def, value, DateOrder::kDayMonthYear);
+  if (editing_ == Editing::kNone) editing_ = Editing::kChanging;
+  for (auto& [place, pending] : pending_) {
+    if (place != at) continue;
+    pending = std::move(stored);
+    return;
+  }
+  pending_.emplace_back(at, std::move(stored));
+}
+
+void RowSet::update() {
+  checkOpen();
+  if (editing_ == Editing::kNone) return;
+  if (editing_ == Editing::kAdding) {
+    storeNew();
+  } else {
+    storeChanges();
+  }
+  editing_ = Editing::kNone;
+  pending_.clear();
+}
+
+void RowSet::storeNew() {
+  const TableDef& layout = *prepared_->translation().table;
+  sqlite3_stmt* const insert = prepared_->insertRow();
+  std::vector<const Value*> values(layout.columns.size(), nullptr);
+  for (const auto& [place, value] : pending_) {
+    values[static_cast<std::size_t>(prepared_->translation().columnOf[static_cast<std::size_t>(place)])] = &value;
+  }
+  const bool access = session_->dialect() == SqlDialect::kAccess;
+  const Value no(false);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const ColumnDef& def = layout.columns[i];
+    const Value* value = values[i] ? values[i] : &def.defaultValue;
+    if (!values[i] && value->isNull() && access && def.type == ColumnType::kBoolean) value = &no;
+    if (value->isNull() && def.required) convertForColumn(def, Value(), DateOrder::kDayMonthYear);
+    bindValue(insert, static_cast<int>(i) + 1, *value, true);
+  }
+  session_->runChange(insert);
+  key_ = sqlite3_last_insert_rowid(session_->database());
+  eof_ = false;
+  onAddedRow_ = true;
+  rowLoaded_ = false;
+  selected_.clear();
+}
+
+void RowSet::storeChanges() {
+  session_->beforeChange(*prepared_->translation().table, this);
+  std::sort(pending_.begin(), pending_.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<int> columns;
+  for (const auto& [place, value] : pending_) {
+    if (value.isNull() && definition(place).required) {
+      convertForColumn(definition(place), value, DateOrder::kDayMonthYear);
+    }
+    columns.push_back(prepared_->translation().columnOf[static_cast<std::size_t>(place)]);
+  }
+  if (!updateRow_ || columns != updateColumns_) {
+    updateRow_ = prepared_->updateRow(columns);
+    updateColumns_ = columns;
+  }
+  int at = 0;
+  for (const auto& change : pending_) bindValue(updateRow_.get(), ++at, change.second, true);
+  sqlite3_bind_int64(updateRow_.get(), ++at, key_);
+  if (session_->runChange(updateRow_.get()) == 0) {
+    throw ProviderError(provider_number::kNoCurrentRecord, "The record has been deleted.");
+  }
+  rowLoaded_ = false;
+  selected_.clear();
+}
+
+void RowSet::cancel() {
+  checkOpen();
+  editing_ = Editing::kNone;
+  pending_.clear();
+}
+
+}  // namespace orva::embedded

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/embedded/prepared.h"
+
+namespace orva::embedded {
+
+class Session;
+
+/// The rows of one query. As long as nothing else runs on the connection, fields
+/// are read straight from the running statement; put aside, the set remembers the
+/// keys of its rows (or, for rows without a key, the rows).
+class RowSet final : public Recordset {
+ public:
+  RowSet(Session& session, std::string_view sql, bool updatable);
+  ~RowSet() override;
+
+  bool eof() override;
+  std::int64_t recordCount() override;
+  void moveFirst() override;
+  void moveNext() override;
+  void requery() override;
+  void filter(std::string_view criterion) override;
+  void addNew() override;
+  void update() override;
+  void cancel() override;
+  std::vector<FieldInfo> fields() const override;
+  Value get(std::string_view field) override;
+  void set(std::string_view field, const Value& value) override;
+
+  // For the session.
+
+  /// Gives up the running statement; the current row and those behind it stay reachable.
+  void putAside();
+  /// Keeps the values of the current row, which is about to change.
+  void keepRow();
+  void close();
+  const TableDef* table() const;
+
+ private:
+  enum class Editing { kNone, kChanging, kAdding };
+
+  void runQuery();
+  void runOnce();
+  void checkOpen() const;
+  int column(std::string_view field) const;
+  const ColumnDef& definition(int column) const;
+  bool isKeyed() const { return prepared_->translation().keyed; }
+  const Value* pendingValue(int column) const;
+  Value defaultOf(int column) const;
+  Value current(int column);
+  void loadRow();
+  void moveToKey();
+  void storeNew();
+  void storeChanges();
+  [[noreturn]] static void failNoRow();
+
+  Session* session_;
+  std::string text_;  ///< the query, then the filter
+  std::size_t criterionAt_;
+  bool updatable_;
+  std::vector<sql::Literal> literals_;
+  std::shared_ptr<Prepared> prepared_;
+
+  bool running_ = false;
+  bool eof_ = true;
+  std::int64_t key_ = 0;
+  std::vector<Value> selected_;  ///< put aside: what the statement had selected of the current row
+  std::vector<Value> row_;       ///< all columns of the current row, when `rowLoaded_`
+  bool rowLoaded_ = false;
+  std::vector<std::int64_t> keys_;        ///< keys behind the current row
+  std::vector<std::vector<Value>> rows_;  ///< rows without keys: the current one and those behind it
+  std::size_t next_ = 0;
+  bool continueByKey_ = false;
+
+  Editing editing_ = Editing::kNone;
+  std::vector<std::pair<int, Value>> pending_;
+  bool onAddedRow_ = false;
+  std::vector<int> updateColumns_;
+  StatementHandle updateRow_;
+};
+
+}  // namespace orva::embedded

@@ -1,0 +1,194 @@
+#include "platform/embedded/session.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "platform/embedded/definition_runner.h"
+#include "platform/embedded/row_set.h"
+#include "platform/embedded/sql/parser.h"
+#include "platform/embedded/sql/translator.h"
+
+namespace orva::embedded {
+namespace {
+
+constexpr std::size_t kMostStatements = 2000;
+constexpr std::size_t kMostVariants = 16;
+
+bool isQuery(const std::string& key) { return key.starts_with("select "); }
+
+}  // namespace
+
+std::size_t Session::KeyHash::operator()(std::string_view key) const {
+  std::uint64_t hash = key.size() * 0x9E3779B97F4A7C15u;
+  const char* at = key.data();
+  std::size_t left = key.size();
+  for (; left >= 8; at += 8, left -= 8) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, 8);
+    hash = (hash ^ word) * 0xBF58476D1CE4E5B9u;
+    hash ^= hash >> 29;
+  }
+  std::uint64_t tail = 0;
+  std::memcpy(&tail, at, left);
+  hash = (hash ^ tail) * 0x94D049BB133111EBu;
+  return hash ^ hash >> 32;
+}
+
+Session::Session(std::unique_ptr<Store> store, SqlDialect dialect) : store_(std::move(store)), dialect_(dialect) {}
+
+Session::~Session() {
+  for (RowSet* set : open_) set->close();
+  statements_.clear();
+}
+
+void Session::takeOver(RowSet* next) {
+  RowSet* const before = std::exchange(running_, next);
+  if (before && before != next) before->putAside();
+}
+
+void Session::beginReading() {
+  takeOver(nullptr);
+  store_->beginReading();
+}
+
+std::int64_t Session::runChange(sqlite3_stmt* change) {
+  takeOver(nullptr);
+  return store_->runChange(change);
+}
+
+void Session::enter(RowSet* set) { open_.push_back(set); }
+
+void Session::leave(RowSet* set) {
+  if (running_ == set) running_ = nullptr;
+  const auto found = std::find(open_.rbegin(), open_.rend(), set);
+  if (found == open_.rend()) return;
+  *found = open_.back();
+  open_.pop_back();
+}
+
+void Session::beforeChange(const TableDef& table, const RowSet* except) {
+  takeOver(nullptr);
+  for (RowSet* set : open_) {
+    if (set != except && set->table() && set->table()->name == table.name) set->keepRow();
+  }
+}
+
+bool Session::noticeLayoutChange() {
+  beginReading();
+  if (!store_->refreshCatalogue()) return false;
+  forgetStatements();
+  return true;
+}
+
+void Session::forgetStatements() { statements_.clear(); }
+
+std::shared_ptr<Prepared> Session::find(const StatementText& text) {
+  const auto found = statements_.find(std::string_view(key_));
+  if (found == statements_.end()) return nullptr;
+  for (const auto& variant : found->second) {
+    if (variant->fits(text)) return variant;
+  }
+  return nullptr;
+}
+
+std::shared_ptr<Prepared> Session::remember(const StatementText& text, sql::Translation translation) {
+  ensureLookups(translation);
+  auto prepared = std::make_shared<Prepared>(store_->handle(), store_->catalogue(), std::move(translation), dialect_);
+  if (statements_.size() >= kMostStatements) forgetStatements();
+  Variants& variants = statements_[key_];
+  if (variants.size() >= kMostVariants) variants.erase(variants.begin());
+  if (prepared->fits(text)) variants.push_back(prepared);
+  return prepared;
+}
+
+void Session::ensureLookups(const sql::Translation& translation) {
+  for (const sql::LookupIndex& lookup : translation.lookups) store_->ensureLookup(*lookup.table, lookup.parts);
+}
+
+std::shared_ptr<Prepared> Session::query(std::string_view text, std::size_t criterionAt,
+                                         std::vector<sql::Literal>& literals) {
+  const std::string_view query = text.substr(0, criterionAt);
+  const std::string_view criterion = text.substr(criterionAt);
+  key_.clear();
+  literals.clear();
+  sql::appendNormalForm(sql::Tokenizer(query, dialect_), text.data(), key_, literals);
+  const auto ofQuery = static_cast<int>(literals.size());
+  if (!criterion.empty()) {
+    key_.push_back('\n');
+    sql::appendNormalForm(sql::Tokenizer(criterion, dialect_, true), text.data(), key_, literals);
+  }
+  const StatementText statementText{text, &literals};
+  if (auto found = find(statementText)) return found;
+  noticeLayoutChange();
+  sql::Parser parser(query, dialect_);
+  const sql::Statement statement = parser.statement();
+  const auto* select = std::get_if<sql::SelectStatement>(&statement);
+  if (!select) throw ProviderError(provider_number::kUnspecified, "The statement gives no rows.");
+  const sql::ExprPtr condition =
+      criterion.empty() ? nullptr : sql::Parser(criterion, dialect_, true, ofQuery).criterion();
+  const auto catalogue = store_->catalogue();
+  return remember(statementText, sql::Translator(*catalogue, dialect_).select(*select, condition.get()));
+}
+
+std::unique_ptr<Recordset> Session::open(std::string_view sql, CursorKind, LockKind lock) {
+  return std::make_unique<RowSet>(*this, sql, lock != LockKind::kReadOnly);
+}
+
+std::shared_ptr<Prepared> Session::prepareChange(const StatementText& text, const sql::Statement& statement) {
+  const auto catalogue = store_->catalogue();
+  sql::Translator translator(*catalogue, dialect_);
+  if (const auto* insert = std::get_if<sql::InsertStatement>(&statement)) {
+    return remember(text, translator.insert(*insert));
+  }
+  if (const auto* update = std::get_if<sql::UpdateStatement>(&statement)) {
+    return remember(text, translator.update(*update));
+  }
+  return remember(text, translator.deleteRows(std::get<sql::DeleteStatement>(statement)));
+}
+
+std::int64_t Session::executeOnce(std::string_view sql) {
+  key_.clear();
+  literals_.clear();
+  sql::appendNormalForm(sql::Tokenizer(sql, dialect_), sql.data(), key_, literals_);
+  if (isQuery(key_)) {
+    open(sql, CursorKind::kStatic, LockKind::kReadOnly);
+    return 0;
+  }
+  const StatementText text{sql, &literals_};
+  takeOver(nullptr);
+  std::shared_ptr<Prepared> prepared = find(text);
+  if (!prepared) {
+    noticeLayoutChange();
+    sql::Parser parser(sql, dialect_);
+    const sql::Statement statement = parser.statement();
+    if (isDefinition(statement)) {
+      for (RowSet* set : open_) set->keepRow();
+      forgetStatements();
+      return runDefinition(*store_, dialect_, statement);
+    }
+    prepared = prepareChange(text, statement);
+  }
+  if (!key_.starts_with("insert ")) beforeChange(*prepared->translation().table, nullptr);
+  const std::int64_t rows = runChange(prepared->change(text));
+  if (prepared->wasPreparedAnew()) noticeLayoutChange();
+  return rows;
+}
+
+/// A statement that fails may have met a layout that another program has
+/// changed: then it is translated again, once.
+std::int64_t Session::execute(std::string_view sql) {
+  try {
+    return executeOnce(sql);
+  } catch (const ProviderError&) {
+    if (!noticeLayoutChange()) throw;
+  }
+  return executeOnce(sql);
+}
+
+std::string Session::plan(std::string_view sql) {
+  std::vector<sql::Literal> literals;
+  return query(sql, sql.size(), literals)->plan();
+}
+
+}  // namespace orva::embedded

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/embedded/catalogue.h"
+
+namespace orva::embedded {
+
+/// The storage seam: where tables live. The engine above it knows tables by the
+/// catalogue and reaches their rows by SQL on one SQLite handle; how the rows are
+/// kept is the store's own affair. A store over another file format offers each
+/// table as a virtual table instead of a native one.
+///
+/// What every store guarantees:
+/// - Catalogue: `catalogue()` names every table, column and index. Hidden tables
+///   and indexes of the store are not in it.
+/// - Names: a table is read and written on `handle()` under its own name, with one
+///   more column, the whole-number key `sql::kRowKey`, by which a row is found
+///   directly. A new row takes a key above all others; the key of a row never changes.
+/// - Forms: text is UTF-8, a currency its ten-thousandths, a date its day number, a
+///   Boolean 0 or 1, numbers as they are. Text columns compare and sort by the
+///   collation of the store.
+/// - Access: by key, by scan in the order of the key, and by range of any index of
+///   the catalogue, in both directions (equal leading columns, then a range on the next).
+/// - Changes: add, update and delete of a row by SQL; one statement is whole or
+///   without effect, and is stored when it ends: the end of the program takes nothing
+///   away. A unique index refuses a second equal key (two nulls are not equal).
+///   Types, sizes and required columns are checked above the store.
+/// - Definitions: each call is whole or without effect. The engine has checked names;
+///   a store throws `ProviderError` for what only the rows can tell.
+/// - After the store is closed one file remains.
+class Store {
+ public:
+  Store() = default;
+  Store(const Store&) = delete;
+  Store& operator=(const Store&) = delete;
+  virtual ~Store() = default;
+
+  virtual sqlite3* handle() = 0;
+  /// Before a statement reads: it sees everything that anyone has stored so far.
+  /// A store may stay in that state of the database until it is called again.
+  virtual void beginReading() = 0;
+  /// Runs one prepared change of rows on `handle()` and resets it; no other
+  /// statement may be under way. Throws, with nothing changed. The number of rows.
+  virtual std::int64_t runChange(sqlite3_stmt* change) = 0;
+
+  /// The layout as of the last definition or refresh; kept alive by its holders.
+  virtual std::shared_ptr<const Catalogue> catalogue() const = 0;
+  /// Reads the layout again if another program has changed it; true when it has.
+  virtual bool refreshCatalogue() = 0;
+
+  virtual void createTable(const TableDef& table) = 0;
+  virtual void dropTable(const TableDef& table) = 0;
+  virtual void addColumns(const TableDef& table, const std::vector<ColumnDef>& columns) = 0;
+  /// Gives a column another type or size. Throws kErrorsOccurred when a value of
+  /// the column does not fit.
+  virtual void alterColumn(const TableDef& table, std::size_t column, const ColumnDef& changed) = 0;
+  virtual void dropColumn(const TableDef& table, std::size_t column) = 0;
+  /// Throws kUnspecified when rows have equal keys, or a null in a primary key.
+  virtual void createIndex(const TableDef& table, const IndexDef& index) = 0;
+  virtual void dropIndex(const TableDef& table, const IndexDef& index) = 0;
+
+  /// Makes sure that an index over `parts`, SQLite expressions over the columns
+  /// of the table, serves look-ups. A wish: a store may have none, and a failure
+  /// (a locked or read-only file) is passed over.
+  virtual void ensureLookup(const TableDef& table, const std::vector<std::string>& parts) = 0;
+};
+
+}  // namespace orva::embedded

@@ -1,0 +1,103 @@
+#include "app/batch_test.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "app/batch/batch.h"
+#include "platform/values/date.h"
+#include "platform/values/numeric_text.h"
+#include "platform/xls/xls_workbooks.h"
+
+namespace orva {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The folder that every test starts from.
+const TemporaryFolder& demoFolder() {
+  static const TemporaryFolder kFolder;
+  static const bool kMade = [] {
+    std::ifstream script(std::string(ORVA_DEMO) + "/company.sql");
+    std::ostringstream text;
+    text << script.rdbuf();
+    for (const Ran& ran : {runCommand(kFolder.text(), {"setup"}), runCommand(kFolder.text(), {"new", "DEMO"}),
+                           runCommand(kFolder.text(), {"sql", "--company", "DEMO"}, text.str())}) {
+      if (ran.status != 0) ADD_FAILURE() << ran.out << ran.err;
+    }
+    return true;
+  }();
+  static_cast<void>(kMade);
+  return kFolder;
+}
+
+OutputCell cellOf(const std::string& text) {
+  if (text.empty()) return {};
+  if (Date::parseDayMonthYear(text)) return {CellKind::kDate, text};
+  return {isNumeric(text) ? CellKind::kNumber : CellKind::kText, text};
+}
+
+}  // namespace
+
+Ran runCommand(const std::string& programFolder, std::vector<std::string> arguments, const std::string& input) {
+  std::istringstream in(input);
+  std::ostringstream out;
+  std::ostringstream err;
+  const Exit exit = runBatch(arguments, programFolder, {in, out, err});
+  return {static_cast<int>(exit), out.str(), err.str()};
+}
+
+BatchTest::BatchTest() {
+  for (const fs::directory_entry& entry : fs::directory_iterator(demoFolder().path())) {
+    if (entry.path().filename() != "Orva.ini") fs::copy(entry.path(), folder.path() / entry.path().filename());
+  }
+  folder.write("Orva.ini", folder.text() + "\r\n");
+}
+
+Ran BatchTest::import(const std::string& workbook, std::vector<std::string> more) const {
+  std::vector<std::string> arguments{"import", "--company", "DEMO", "--kind", "acquired"};
+  arguments.insert(arguments.end(), more.begin(), more.end());
+  arguments.push_back(workbook);
+  return run(arguments);
+}
+
+std::string BatchTest::query(const std::string& statement) const {
+  const Ran ran = run({"sql", "--company", "DEMO", statement});
+  return ran.status == 0 ? ran.out : ran.err;
+}
+
+std::string BatchTest::workbook(const std::string& name, const std::vector<std::vector<std::string>>& rows) const {
+  std::vector<std::vector<OutputCell>> cells;
+  for (const auto& row : rows) {
+    auto& line = cells.emplace_back();
+    for (const std::string& text : row) line.push_back(cellOf(text));
+  }
+  XlsWorkbooks().write(folder.file(name), "Asset", cells);
+  return folder.file(name);
+}
+
+std::vector<std::string> assetHeadings() {
+  return {"PHYID",  "USEDATE", "VCHRDATE", "CAT1", "CAT2",       "CAT3", "DESCRIPTION", "COST",        "MAINLOC",
+          "SUBLOC", "PHYLOC",  "VENDOR",   "DEPT", "COSTCENTRE", "USER", "QTY",         "SALVAGEVALUE"};
+}
+
+std::vector<std::string> goodAsset(const std::string& physicalId, const std::string& vendor) {
+  return {physicalId,
+          "10/06/2025",
+          "05/06/2025",
+          "Computers",
+          "Personal Computers",
+          "Laptops",
+          "Laptop",
+          "65000.50",
+          "Pune",
+          "Office",
+          "First Floor",
+          vendor,
+          "Accounts",
+          "Head Office",
+          "A. Kulkarni",
+          "1",
+          ""};
+}
+
+}  // namespace orva

@@ -1,0 +1,109 @@
+#include "app/batch_test.h"
+#include "startup/orva_ini.h"
+
+namespace orva {
+namespace {
+
+TEST(Setup, MakesWhatIsAbsentAndKeepsTheRest) {
+  const TemporaryFolder parent;
+  const std::string folder = parent.file("ORVA");
+  EXPECT_EQ(runCommand(folder, {"setup"}).status, 0);
+  EXPECT_EQ(parent.read("ORVA/Orva.ini"), folder + "\r\n");
+  EXPECT_EQ(runCommand(folder, {"companies"}).out, "");
+  EXPECT_EQ(runCommand(folder, {"new", "ABC"}).status, 0);
+
+  parent.write("ORVA/Orva.ini", folder + "\r\nsecond line\r\n");
+  const Ran again = runCommand(folder, {"setup"});
+  EXPECT_EQ(again.status, 0);
+  EXPECT_EQ(again.out, "") << "nothing was written";
+  EXPECT_EQ(parent.read("ORVA/Orva.ini"), folder + "\r\nsecond line\r\n");
+  EXPECT_EQ(runCommand(folder, {"companies"}).out, "ABC\n");
+}
+
+TEST(Setup, AFolderThatCannotBeMadeIsToldByName) {
+  const TemporaryFolder parent;
+  const std::string inside = parent.write("file", "x") + "/ORVA";
+  const Ran ran = runCommand(inside, {"setup"});
+  EXPECT_EQ(ran.status, 2);
+  EXPECT_NE(ran.err.find(inside), std::string::npos) << ran.err;
+}
+
+using Companies = BatchTest;
+
+TEST_F(Companies, AreMadeListedAndDeleted) {
+  EXPECT_EQ(run({"new", "XORVA"}).status, 0);
+  EXPECT_TRUE(std::filesystem::exists(folder.path() / "XORVAOrva.MDB"));
+  const Ran listed = run({"companies"});
+  EXPECT_EQ(listed.status, 0);
+  EXPECT_NE(listed.out.find("XORVA\n"), std::string::npos);
+  EXPECT_NE(listed.out.find("DEMO\n"), std::string::npos);
+
+  const Ran refused = run({"delete", "XORVA"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_EQ(refused.err, "[ORVA] Do you want to delete XORVA [No]\n");
+  EXPECT_EQ(run({"delete", "xorva", "--yes"}).status, 0);
+  EXPECT_EQ(run({"companies"}).out, "DEMO\n");
+}
+
+TEST_F(Companies, CodesThatAreRefused) {
+  struct Case {
+    std::vector<std::string> command;
+    const char* text;
+  };
+  const Case kCases[] = {
+      {{"new", ""}, "Company Code Cannot be empty"},
+      {{"new", "demo"}, "Company Already Exists."},
+      {{"new", "orvaX"}, " Company Name Cannot be ORVA. Please Enter Some Other Name"},
+      {{"new", "..\\ABC"}, "Company Code cannot contain"},
+      {{"delete", "NONE", "--yes"}, "Please select any company from the list for Delete"},
+      {{"fields", "--company", "NONE", "--kind", "acquired"}, "NONEOrva.mdb"},
+      {{"fields", "--company", "", "--kind", "acquired"}, "Please Select the Company"},
+  };
+  for (const Case& c : kCases) {
+    const Ran ran = run(c.command);
+    EXPECT_EQ(ran.status, 2) << c.text;
+    EXPECT_NE(ran.err.find(c.text), std::string::npos) << ran.err;
+  }
+  EXPECT_EQ(run({"companies"}).out, "DEMO\n");
+}
+
+TEST_F(Companies, DamagedConfigurationIsToldAndNothingIsMade) {
+  struct Case {
+    const char* ini;
+    const char* text;
+  };
+  const std::string password = "s3cret";
+  const std::string server = scramble("SERVER=S1") + "\r\n" + scramble("AUTH=SQL") + "\r\n" + scramble("UID=sa") +
+                             "\r\n" + scramble("PWD=" + password) + "\r\n";
+  const Case kCases[] = {
+      {"", "Orva.ini is empty"},
+      {"/no/such/folder\r\n", "/no/such/folder"},
+      {server.c_str(), "[ORVA]"},
+  };
+  for (const Case& c : kCases) {
+    folder.write("Orva.ini", c.ini);
+    for (const auto& command : {std::vector<std::string>{"companies"}, {"sql", "--company", "DEMO", "select 1"}}) {
+      const Ran ran = run(command);
+      EXPECT_EQ(ran.status, 2) << c.text;
+      EXPECT_NE(ran.err.find(c.text), std::string::npos) << ran.err;
+      EXPECT_EQ((ran.out + ran.err).find(password), std::string::npos);
+    }
+  }
+  std::filesystem::remove(folder.path() / "Orva.ini");
+  EXPECT_EQ(run({"new", "ABC"}).status, 2);
+  EXPECT_FALSE(std::filesystem::exists(folder.path() / "ABCOrva.MDB"));
+}
+
+TEST_F(Companies, AFileThatIsNoDatabaseIsNamed) {
+  folder.write("BADOrva.mdb", "this is no database at all");
+  const Ran listed = run({"companies"});
+  EXPECT_EQ(listed.status, 2);
+  EXPECT_NE(listed.err.find("BADOrva.mdb"), std::string::npos) << listed.err;
+  const Ran opened = run({"sql", "--company", "BAD", "select * from Company"});
+  EXPECT_EQ(opened.status, 2);
+  EXPECT_NE(opened.err.find("BADOrva.mdb"), std::string::npos) << opened.err;
+  EXPECT_EQ(folder.read("BADOrva.mdb"), "this is no database at all");
+}
+
+}  // namespace
+}  // namespace orva

@@ -1,0 +1,212 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "platform/access/schema_change.h"
+#include "support.h"
+
+namespace orva::access {
+namespace {
+
+constexpr int kRows = 12;
+
+/// A run that finishes rows one by one; returns how many were finished when the program was killed.
+int finishRows(FakeFileSystem& files, int& tablesMade) {
+  int finished = 0;
+  try {
+    const auto database = AccessDatabase::open("books.mdb", {.files = &files});
+    Table& table = database->table("Rows");
+    for (; finished < kRows; ++finished) {
+      table.insert({std::int64_t{finished}, std::string(static_cast<std::size_t>(finished) * 300, 'x')});
+      database->commit();
+      if (finished % 4 != 3) continue;
+      SchemaChange schema(*database);
+      schema.createTable("T" + std::to_string(finished), {{.name = "A", .size = 10}});
+      database->commit();
+      ++tablesMade;
+      // Everything goes into the file itself now and then.
+      database->file().sweep();
+    }
+  } catch (const Killed&) {
+  }
+  return finished;
+}
+
+/// Ends the program in every single write of a run, in the middle of the bytes.
+TEST(Safety, AKillInAnyWriteLosesNoFinishedRow) {
+  FakeFileSystem fresh;
+  {
+    const auto database = AccessDatabase::create("books.mdb", {.files = &fresh});
+    SchemaChange schema(*database);
+    schema.createTable("Rows", {{.name = "Id", .type = ColumnType::kLong}, {.name = "T", .type = ColumnType::kMemo}});
+    schema.createIndex("Rows", {.name = "Key", .columns = {{"Id"}}, .isPrimary = true});
+    database->commit();
+  }
+  const Bytes start = *fresh.files["books.mdb"];
+  bool ranThrough = false;
+  int kills = 0;
+  for (int n = 0; !ranThrough; ++n) {
+    FakeFileSystem files;
+    files.files["books.mdb"] = std::make_shared<Bytes>(start);
+    files.killAtWrite(n);
+    int tables = 0;
+    const int finished = finishRows(files, tables);
+    ranThrough = !files.isDead();
+    kills += ranThrough ? 0 : 1;
+    files.revive();
+    const auto database = AccessDatabase::open("books.mdb", {.files = &files});
+    ASSERT_EQ(allFaults(*database), "") << "killed in write " << n;
+    const auto rows = rowsOf(database->table("Rows"));
+    // The row in the making may be there in whole or not at all.
+    ASSERT_GE(rows.size(), static_cast<std::size_t>(finished)) << "killed in write " << n;
+    ASSERT_LE(rows.size(), static_cast<std::size_t>(finished) + 1) << "killed in write " << n;
+    ASSERT_GE(database->tableNames().size(), static_cast<std::size_t>(tables) + 1);
+    database->table("Rows").insert({std::int64_t{1000}, "after"});
+    database->commit();
+  }
+  EXPECT_GT(kills, 30);
+}
+
+/// A kill while the restoring itself runs must not hurt either.
+TEST(Safety, RestoringCanBeInterruptedToo) {
+  FakeFileSystem files;
+  {
+    const auto database = AccessDatabase::create("books.mdb", {.files = &files});
+    SchemaChange(*database).createTable("Rows", {{.name = "Id", .type = ColumnType::kLong}, {.name = "T", .size = 9}});
+    database->commit();
+  }
+  files.killAtWrite(9);
+  int tables = 0;
+  const int finished = finishRows(files, tables);
+  ASSERT_TRUE(files.isDead());
+  for (int n = 0;; ++n) {
+    files.revive();
+    files.killAtWrite(n);
+    try {
+      AccessDatabase::open("books.mdb", {.files = &files}).reset();
+    } catch (const Killed&) {
+      continue;
+    }
+    if (!files.isDead()) break;
+  }
+  files.revive();
+  const auto database = AccessDatabase::open("books.mdb", {.files = &files});
+  EXPECT_EQ(allFaults(*database), "");
+  EXPECT_GE(rowsOf(database->table("Rows")).size(), static_cast<std::size_t>(finished));
+}
+
+/// A real program, killed by the system in the middle of its work.
+TEST(Safety, AKilledProgramLeavesEveryFinishedRow) {
+  const TemporaryFolder folder;
+  const std::string path = folder.file("books.mdb");
+  {
+    const auto database = AccessDatabase::create(path);
+    SchemaChange schema(*database);
+    schema.createTable("Rows", {{.name = "Id", .type = ColumnType::kLong}, {.name = "T", .size = 99}});
+    schema.createIndex("Rows", {.name = "Key", .columns = {{"Id"}}, .isPrimary = true});
+    database->commit();
+  }
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const auto database = AccessDatabase::open(path);
+    for (std::int64_t i = 0;; ++i) {
+      database->table("Rows").insert({i, "row " + std::to_string(i)});
+      database->commit();
+      if (::write(ends[1], &i, sizeof i) != sizeof i) ::_exit(1);
+    }
+  }
+  ::close(ends[1]);
+  std::int64_t last = -1;
+  while (last < 2000 && ::read(ends[0], &last, sizeof last) == sizeof last) {
+  }
+  EXPECT_THROW(AccessDatabase::open(path), AccessFileError);  // in use
+  ::kill(child, SIGKILL);
+  for (std::int64_t more; ::read(ends[0], &more, sizeof more) == sizeof more;) last = more;
+  ::waitpid(child, nullptr, 0);
+  ::close(ends[0]);
+  const auto database = AccessDatabase::open(path);
+  EXPECT_EQ(allFaults(*database), "");
+  EXPECT_GE(database->table("Rows").definition().rowCount, static_cast<std::uint32_t>(last + 1));
+  EXPECT_LE(database->table("Rows").definition().rowCount, static_cast<std::uint32_t>(last + 2));
+}
+
+TEST(Safety, ASideFileOfAForeignStateIsRefused) {
+  FakeFileSystem files;
+  AccessDatabase::create("books.mdb", {.files = &files}).reset();
+  files.killAtWrite(4);  // the side file is whole, the database untouched
+  try {
+    const auto database = AccessDatabase::open("books.mdb", {.files = &files});
+    SchemaChange(*database).createTable("T", {{.name = "A", .size = 1}});
+    database->commit();
+    database->file().sweep();
+  } catch (const Killed&) {
+  }
+  files.revive();
+  ASSERT_TRUE(files.exists(RedoLog::pathFor("books.mdb")));
+  ++(*files.files["books.mdb"])[header_at::kUserSlots];  // another program was here
+  EXPECT_THROW(AccessDatabase::open("books.mdb", {.files = &files}), AccessFileError);
+}
+
+TEST(Safety, AFileInUseElsewhereIsLeftAlone) {
+  FakeFileSystem files;
+  AccessDatabase::create("books.mdb", {.files = &files}).reset();
+  files.lockedElsewhere = true;
+  EXPECT_THROW(AccessDatabase::open("books.mdb", {.files = &files}), AccessFileError);
+  EXPECT_NO_THROW(AccessDatabase::open("books.mdb", {.forWriting = false, .files = &files}));
+}
+
+/// Every single byte of a small file, changed: an error or a result, nothing else.
+TEST(Safety, DamagedFilesGiveErrors) {
+  const Bytes sound = readFile(fixture("compIndexTestV2000.mdb"));
+  unsigned state = 12345;
+  for (int round = 0; round < 150; ++round) {
+    FakeFileSystem files;
+    files.files["bad.mdb"] = std::make_shared<Bytes>(sound);
+    for (int i = 0; i < 12; ++i) {
+      state = state * 1664525 + 1013904223;
+      const std::size_t page = 1 + (state >> 8) % (sound.size() / kPageSize - 1);
+      const std::size_t offset = state % 4 == 0 ? (state >> 4) % kPageSize : (state >> 4) % 64;
+      (*files.files["bad.mdb"])[page * kPageSize + offset] = static_cast<Byte>(state >> 20);
+    }
+    try {
+      const auto database = AccessDatabase::open("bad.mdb", {.forWriting = false, .files = &files});
+      checkStructure(*database);
+    } catch (const AccessFileError& error) {
+      EXPECT_NE(std::string(error.what()).find("bad.mdb"), std::string::npos) << error.what();
+    }
+  }
+}
+
+struct Foreign {
+  const char* what;
+  std::size_t size;
+  std::size_t offset;
+  Byte value;
+};
+
+TEST(Safety, ForeignFilesAreNamed) {
+  const Foreign kForeign[] = {{"older", 65536, header_at::kVersion, 0},
+                              {"newer", 65536, header_at::kVersion, 2},
+                              {"not an Access database", 65536, header_at::kName, 'X'},
+                              {"missing", 8192, 0, 0},
+                              {"missing", 65000, 0, 0}};
+  for (const Foreign& foreign : kForeign) {
+    FakeFileSystem files;
+    Bytes bytes = readFile(fixture("adox_jet4.mdb"));
+    bytes.resize(foreign.size);
+    bytes[foreign.offset] = foreign.value;
+    files.files["f.mdb"] = std::make_shared<Bytes>(bytes);
+    try {
+      AccessDatabase::open("f.mdb", {.files = &files});
+      ADD_FAILURE() << foreign.what;
+    } catch (const AccessFileError& error) {
+      EXPECT_NE(std::string(error.what()).find(foreign.what), std::string::npos) << error.what();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orva::access

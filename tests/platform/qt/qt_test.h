@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QCoreApplication>
+
+namespace orva {
+
+inline void handleEvents() { QCoreApplication::processEvents(); }
+
+}  // namespace orva

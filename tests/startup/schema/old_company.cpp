@@ -1,0 +1,49 @@
+#include "startup/schema/old_company.h"
+
+#include "platform/embedded/embedded_adapter.h"
+#include "startup/contexts.h"
+#include "startup/schema/base_layout.h"
+#include "startup/schema/upgrade.h"
+
+namespace orva {
+
+OldCompany::OldCompany(SchemaDialect dialect) {
+  const bool isServer = dialect == SchemaDialect::kServer;
+  if (isServer) context = serverContext("WINNT");
+  context.databaseReference = isServer ? "ABORVA" : folder_.file("ABOrva.mdb");
+  adapter_ = std::make_shared<FaultyAdapter>(
+      std::make_shared<EmbeddedAdapter>(isServer ? SqlDialect::kSqlServer : SqlDialect::kAccess, folder_.text()));
+  all.databases.add(isServer ? "SQLOLEDB.1" : kAccessProvider, adapter_);
+  all.databases.create(companyConnectionString(context));
+  openCompanyConnection(context, all.services);
+  std::vector<std::string> statements = baseTableStatements();
+  statements.emplace_back("alter table Asset add DateSold date");
+  statements.emplace_back("alter table Asset add Opening text(10)");
+  statements.emplace_back("alter table Shift add srno text(10)");
+  statements.emplace_back("create table AddntoAsset (x text(1))");
+  for (const std::string& statement : statements) run(isServer ? withServerTypes(statement) : statement);
+}
+
+std::vector<std::string> OldCompany::upgrade() {
+  all.dialogs.messages.clear();
+  openCompanyConnection(context, all.services);
+  upgradeSchema(context, all.dialogs);
+  return all.dialogs.texts();
+}
+
+std::string OldCompany::rows(const std::string& sql) { return rowsOf(*context.connection, sql); }
+
+std::string rowsOf(Connection& connection, const std::string& sql) {
+  const auto rows = connection.open(sql);
+  std::string text;
+  for (; !rows->eof(); rows->moveNext()) {
+    std::string line;
+    for (const FieldInfo& field : rows->fields()) {
+      line += (line.empty() ? "" : "|") + rows->get(field.name).toText();
+    }
+    text += (text.empty() ? "" : "/") + line;
+  }
+  return text;
+}
+
+}  // namespace orva
