@@ -30,7 +30,7 @@ std::vector<Weight> makeWeights() {
                               static_cast<std::size_t>(runs.back().count));
   for (const CharacterRun& run : runs) {
     for (int i = 0; i < run.count; ++i) {
-      Weight& weight = weights[static_cast<std::size_t>(run.first + i)];
+      Weight& weight = weights[static_cast<std::size_t>(run.first) + static_cast<std::size_t>(i)];
       weight.kind = run.kind;
       weight.size = static_cast<Byte>(std::strlen(run.weight));
       std::memcpy(weight.bytes, run.weight, weight.size);
