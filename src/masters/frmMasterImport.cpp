@@ -20,10 +20,7 @@ OptionButton& MasterControls::masterOption(MasterKindId kind) {
 }
 
 frmMasterImport::frmMasterImport(const Services& services, CompanyContext& company, std::function<void()> onClose)
-    : ImportWizard(services, company, kTraits, std::move(onClose)) {
-  // Nothing gets a default and nothing is made on the way.
-  lblMsgYellow.setCaption("Not an error but a warning.");
-}
+    : ImportWizard(services, company, kTraits, std::move(onClose)) {}
 
 void frmMasterImport::chooseFirst() {
   optDept.setValue(true);

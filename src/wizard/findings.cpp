@@ -62,11 +62,10 @@ bool Findings::rowHas(int row, FindingClass findingClass) const {
 void Findings::countRow(int row) {
   if (rowHas(row, FindingClass::kError)) {
     ++errorRows_;
-  } else if (rowHas(row, FindingClass::kBackdated)) {
-    ++backdatedRows_;
   } else if (rowHas(row, FindingClass::kWarning)) {
     ++warningRows_;
   }
+  if (rowHas(row, FindingClass::kBackdated)) ++backdatedRows_;
 }
 
 void Findings::addToEarlierRows(std::vector<Finding> late) {

@@ -29,8 +29,8 @@ struct Finding {
 std::string findingText(const Finding& finding);
 
 /// The findings of one validation run in the order in which they were found,
-/// with the counts that the summary shows. A row counts once: as an error when
-/// it has one, else as backdated, else as a warning.
+/// with the counts that the summary shows. A row counts once as an error when it has
+/// one, else once as a warning; a backdated row counts as such whatever else it has.
 class Findings {
  public:
   void clear();

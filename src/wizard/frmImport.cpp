@@ -110,9 +110,9 @@ void frmImport::readSelection() {
 
 Catalogue frmImport::buildFields() { return buildCatalogue(selection_, company()); }
 
-/// The identifier alone brings nothing to import, neither into assets nor into their user-defined fields.
-bool frmImport::needsFieldsBesideIdentifier() const {
-  return selection_.kind == ImportKindId::kUdf || selection_.isModify();
+NeededFields frmImport::neededFields() const {
+  if (selection_.kind == ImportKindId::kUdf) return NeededFields::kToOpen;
+  return selection_.isModify() ? NeededFields::kWithHeader : NeededFields::kNone;
 }
 
 // What the registry says of the chosen kind.

@@ -50,7 +50,7 @@ class frmImport : public ImportWizard, public ImportControls {
   void readSelection() override;
   Catalogue buildFields() override;
   void enableSelection() override;
-  bool needsFieldsBesideIdentifier() const override;
+  NeededFields neededFields() const override;
   std::span<const std::string_view> ownColumns() const override;
   std::span<const std::string_view> sheetColumns() const override;
   bool hasProcedures() const override;

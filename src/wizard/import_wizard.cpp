@@ -228,7 +228,7 @@ void ImportWizard::cmdSelectAll_Click() {
     forgetValidation();
     if (!tickAll(catalogue_)) return rebuildCatalogue();
     showTicks();
-    if (trim(txtExcel.text()).empty()) return;
+    if (trim(txtExcel.text()).empty() || !isPathAccepted()) return;
     reconnect(company_, services_);
     if (const std::unique_ptr<Sheet> sheet = openWorkbook()) checkHeader(*sheet);
   });
@@ -245,6 +245,7 @@ void ImportWizard::cmdExcel_Click() {
 void ImportWizard::cmdRefresh_Click() {
   trap([&] {
     reconnect(company_, services_);
+    if (!isPathAccepted()) return;
     if (const std::unique_ptr<Sheet> sheet = openWorkbook()) checkHeader(*sheet);
   });
 }

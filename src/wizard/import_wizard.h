@@ -28,6 +28,10 @@ struct WizardTraits {
   FindingSeparators separators = {};
 };
 
+/// Which choices have nothing to import while the identifier alone is ticked, and when the user is told: before the
+/// workbook is opened, or with its header checked, so that the lines that it lacks are marked as well.
+enum class NeededFields { kNone, kToOpen, kWithHeader };
+
 /// An import wizard: guidelines, selection, results, finish. It reads a workbook into the results grid, has the rows
 /// validated, and posts them when none is in error. A derived screen has the selection page's own controls and says
 /// what is read, how rows are checked, and where they go.
@@ -116,8 +120,7 @@ class ImportWizard : public WizardControls {
   virtual void readSelection() = 0;
   virtual Catalogue buildFields() = 0;
   virtual void enableSelection() = 0;
-  /// With the identifier alone ticked there is nothing to import.
-  virtual bool needsFieldsBesideIdentifier() const { return false; }
+  virtual NeededFields neededFields() const { return NeededFields::kNone; }
   /// Headings of columns that staging adds after the workbook's.
   virtual std::span<const std::string_view> ownColumns() const { return {}; }
   /// Headings that are staged when the sheet has them although the catalogue lacks them.
@@ -149,6 +152,8 @@ class ImportWizard : public WizardControls {
   void applyEnabling();
   // The road of a workbook.
   void readWorkbook();
+  bool lacksFields(NeededFields needed);
+  bool isPathAccepted();
   std::unique_ptr<Sheet> openWorkbook();
   bool checkHeader(const Sheet& sheet);
   bool stage(std::unique_ptr<Sheet> sheet);

@@ -40,20 +40,31 @@ void ImportWizard::cmdContinue_Click(WizardPage page) {
 void ImportWizard::readWorkbook() {
   isValidated_ = mayPost_ = false;
   reconnect(company_, services_);
-  std::unique_ptr<Sheet> sheet = openWorkbook();
+  const bool mayOpen = isPathAccepted() && !lacksFields(NeededFields::kToOpen);
+  std::unique_ptr<Sheet> sheet = mayOpen ? openWorkbook() : nullptr;
   if (!sheet || !checkHeader(*sheet)) return showPage(WizardPage::kSelection);
   showPage(WizardPage::kResults);
   if (!stage(std::move(sheet))) return showPage(WizardPage::kSelection);
   validate();
 }
 
+/// True when nothing but the identifier is ticked where this choice needs more; the user has been told.
+bool ImportWizard::lacksFields(NeededFields needed) {
+  if (neededFields() != needed || tickedLines(catalogue_) >= 2) return false;
+  services_.dialogs.show({.text = "Please select the fields which you want modify in ORVA",
+                          .title = "ORVA",
+                          .icon = MessageIcon::kInformation});
+  return true;
+}
+
+bool ImportWizard::isPathAccepted() {
+  const std::string_view fault = workbookPathFault(txtExcel.text());
+  if (!fault.empty()) say(std::string(fault));
+  return fault.empty();
+}
+
 /// Null when there is no workbook to read; the user has been told why.
 std::unique_ptr<Sheet> ImportWizard::openWorkbook() {
-  const std::string_view fault = workbookPathFault(txtExcel.text());
-  if (!fault.empty()) {
-    say(std::string(fault));
-    return nullptr;
-  }
   try {
     return openSheet(services_.workbooks, std::string(trim(txtExcel.text())), traits_.sheet);
   } catch (const WorkbookError& error) {
@@ -65,12 +76,7 @@ std::unique_ptr<Sheet> ImportWizard::openWorkbook() {
 bool ImportWizard::checkHeader(const Sheet& sheet) {
   const std::vector<HeaderMark> marks = CheckFieldNames(catalogue_, headerNames(sheet, traits_.sheet.header));
   showHeaderMarks(marks, lstFields);
-  if (needsFieldsBesideIdentifier() && tickedLines(catalogue_) < 2) {
-    services_.dialogs.show({.text = "Please select the fields which you want modify in ORVA",
-                            .title = "ORVA",
-                            .icon = MessageIcon::kInformation});
-    return false;
-  }
+  if (lacksFields(NeededFields::kWithHeader)) return false;
   const bool isMissing = hasMissingFields(marks);
   lblBlue.setVisible(isMissing);
   lblRed.setVisible(isMissing);
@@ -129,8 +135,9 @@ void ImportWizard::validate() {
     showFindings(findings_, grid1, traits_.separators);
   }
   showUnknownMasters();
-  summarise();
+  // The questions of the summary are asked over the results, which the legend explains.
   showLegend();
+  summarise();
 }
 
 void ImportWizard::summarise() {
@@ -224,6 +231,7 @@ void ImportWizard::showPostResult() {
   const std::string counted =
       std::to_string(postResult_.rowsPosted) + " of " + std::to_string(totals_.records) + " rows were posted.";
   flxSave.setVisible(!postResult_.finished);
+  lblCurrentStatus.setCaption(counted);
   txtMsg.setText(postResult_.finished ? postResult_.text : postResult_.text + "\n" + counted);
   if (postResult_.finished) return;
   if (!postResult_.text.empty()) say(postResult_.text, MessageIcon::kCritical);

@@ -13,8 +13,8 @@ struct Listing {
   std::vector<std::string> lines;
 };
 
-std::vector<Listing> readListings() {
-  std::ifstream file(std::string(ORVA_FIXTURES) + "/catalogues/catalogues.txt");
+std::vector<Listing> readListings(const std::string& name) {
+  std::ifstream file(std::string(ORVA_FIXTURES) + "/catalogues/" + name);
   std::vector<Listing> listings;
   for (std::string line; std::getline(file, line);) {
     if (line.starts_with("# ")) {
@@ -63,13 +63,53 @@ std::vector<std::string> shownLines(const frmImport& screen) {
 }
 
 TEST(Catalogue, IsTheListedOneForEveryChoice) {
-  const std::vector<Listing> listings = readListings();
+  const std::vector<Listing> listings = readListings("catalogues.txt");
   ASSERT_EQ(listings.size(), 33u);
   for (const Listing& listing : listings) {
     WizardScreen wizard;
     for (std::size_t word = 2; word < listing.words.size(); ++word) click(wizard, listing.words[word]);
     wizard.choose(importKindByBatchName(listing.words[0]).value(), modeOf(listing.words[1]));
     EXPECT_EQ(shownLines(wizard.screen), listing.lines) << listing.title;
+  }
+}
+
+std::vector<std::string> split(const std::string& line, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream stream(line);
+  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+  return parts;
+}
+
+/// Excel name, requirement and tick of every line, as the columns of the listing give them.
+std::vector<std::string> shownRequirements(const frmImport& screen) {
+  std::vector<std::string> lines;
+  for (const FieldRow& field : screen.catalogue()) {
+    lines.push_back(field.excelName + ' ' + std::string(requirementText(field.requirement)) +
+                    (field.ticked ? "x" : "-"));
+  }
+  return lines;
+}
+
+TEST(Catalogue, OfAssetsIsTheListedOneForEveryCombinationOfTicks) {
+  const std::vector<Listing> listings = readListings("asset_ticks.txt");
+  ASSERT_EQ(listings.size(), 6u);
+  for (const Listing& listing : listings) {
+    const std::vector<std::string> combinations = split(listing.lines.at(0), '\t');
+    ASSERT_EQ(combinations.size(), 8u);
+    for (std::size_t column = 0; column < combinations.size(); ++column) {
+      WizardScreen wizard;
+      for (std::size_t flag = 2; flag < listing.words.size(); ++flag) click(wizard, listing.words[flag]);
+      wizard.choose(importKindByBatchName(listing.words[0]).value(), modeOf(listing.words[1]));
+      for (const std::string& tick : split(combinations[column], '+')) {
+        if (tick != "-") click(wizard, tick);
+      }
+      std::vector<std::string> expected;
+      for (std::size_t line = 1; line < listing.lines.size(); ++line) {
+        const std::vector<std::string> cells = split(listing.lines[line], '\t');
+        if (cells.at(column + 1) != ".") expected.push_back(cells[0] + ' ' + cells[column + 1]);
+      }
+      EXPECT_EQ(shownRequirements(wizard.screen), expected) << listing.title << ": " << combinations[column];
+    }
   }
 }
 
@@ -89,7 +129,7 @@ TEST(Catalogue, HasFiveColumnsAndAPositionForUserDefinedFields) {
   for (int line = 0; line < wizard.screen.lstFields.count(); ++line) {
     positions += wizard.screen.lstFields.line(line).cells.at(5) + ";";
   }
-  EXPECT_EQ(positions, ";1;11;15;");
+  EXPECT_EQ(positions, "0;1;11;15;");
 }
 
 TEST(Catalogue, WithoutUserDefinedFieldsTheKindCannotBeChosen) {

@@ -49,6 +49,8 @@ TEST(Pages, OneWorkbookFromChoiceToPostedRows) {
   EXPECT_EQ(screen.flxSave.text(2, 0), "A2");
   screen.cmdContinue_Click(WizardPage::kFinish);
   EXPECT_EQ(screen.txtMsg.text(), "Imported successfully");
+  EXPECT_FALSE(screen.flxSave.visible());
+  EXPECT_EQ(screen.lblCurrentStatus.caption(), "2 of 2 rows were posted.");
   EXPECT_EQ(screen.rowsPosted(), 2);
   EXPECT_EQ(wizard.postedRows->rows, (std::vector<std::vector<Value>>{{Value("A1"), Value("odd"), Value("C01")},
                                                                       {Value("A2"), Value(), Value("C01")}}));

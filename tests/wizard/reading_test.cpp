@@ -102,6 +102,16 @@ TEST(Header, TheIdentifierAloneIsNotEnoughToModify) {
   }
 }
 
+TEST(Header, UserDefinedFieldsNeedOneBeforeTheWorkbookIsOpened) {
+  WizardScreen wizard;
+  wizard.choose(ImportKindId::kUdf);
+  wizard.putRows({{"ASSETID"}, {"A1"}});
+  wizard.read();
+  EXPECT_EQ(wizard.fakes.dialogs.messages.size(), 1u);
+  EXPECT_EQ(wizard.fakes.workbooks.opened, 0);
+  EXPECT_EQ(wizard.screen.page(), WizardPage::kSelection);
+}
+
 TEST(Staging, CopiesTickedColumnsInTheWorkbooksOrder) {
   WizardScreen wizard;
   wizard.choose(ImportKindId::kChangeCategory);

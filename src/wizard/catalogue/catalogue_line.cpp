@@ -103,7 +103,7 @@ Catalogue buildLines(std::span<const CatalogueLine> lines, const Selection& sele
                          .size = std::string(line.size),
                          .requirement = requirement,
                          .ticked = isTickedAtFirst(line, requirement, selection),
-                         .position = {}});
+                         .position = std::string(line.position)});
   }
   return catalogue;
 }

@@ -67,6 +67,7 @@ struct CatalogueLine {
   Required required = Required::kNever;
   PresentWhen present = PresentWhen::kAlways;
   Tick tick = Tick::kByRequirement;
+  std::string_view position = {};
 };
 
 bool isPresent(PresentWhen condition, const Selection& selection, const ParameterFlags& flags);

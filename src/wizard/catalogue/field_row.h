@@ -22,7 +22,7 @@ struct FieldRow {
   std::string size;
   Requirement requirement = Requirement::kOptional;
   bool ticked = false;
-  /// Number of the value column that holds a user-defined field; else empty.
+  /// Number of the value column that holds a user-defined field; 0 of the asset that has the fields; else empty.
   std::string position;
 
   bool operator==(const FieldRow&) const = default;

@@ -5,7 +5,12 @@ namespace {
 
 // The company's own fields follow this line.
 constexpr CatalogueLine kUserDefinedFieldLines[] = {
-    {.label = "Asset Id No. ", .excelName = "ASSETID", .type = "Text", .size = "30", .required = Required::kAlways},
+    {.label = "Asset Id No. ",
+     .excelName = "ASSETID",
+     .type = "Text",
+     .size = "30",
+     .required = Required::kAlways,
+     .position = "0"},
 };
 
 }  // namespace
