@@ -117,7 +117,10 @@ SheetRow without(SheetRow row, const std::string& heading) {
   return row;
 }
 
-AssetCompany::AssetCompany(SqlDialect dialect) {
+AssetCompany::AssetCompany(SqlDialect dialect) : AssetCompany(dialect, acquiredAssetProcedures()) {}
+
+AssetCompany::AssetCompany(SqlDialect dialect, const ImportProcedures& kind) : procedures(kind) {
+  selection.kind = kind.kind;
   std::filesystem::copy_file(master(), folder.path() / "company.mdb");
   adapter = std::make_shared<FaultyAdapter>(std::make_shared<EmbeddedAdapter>(dialect, folder.text()));
   fakes.databases.add("Company", adapter);
@@ -152,7 +155,7 @@ ImportRun AssetCompany::run() {
 
 void AssetCompany::stage(const std::vector<SheetRow>& sheet) {
   catalogue = buildCatalogue(selection, company);
-  const auto own = acquiredAssetProcedures().ownColumns;
+  const auto own = procedures.ownColumns;
   TextTable table;
   table.reset(static_cast<int>(sheet.front().size() + own.size()));
   table.addRow();
@@ -171,7 +174,7 @@ void AssetCompany::stage(const std::vector<SheetRow>& sheet) {
 std::vector<std::string> AssetCompany::validate() {
   findings.clear();
   ImportRun order = run();
-  acquiredAssetProcedures().validate(order);
+  procedures.validate(order);
   std::vector<std::string> lines;
   for (const Finding& finding : findings.all()) lines.push_back(lineOf(finding, grid));
   return lines;
@@ -179,7 +182,7 @@ std::vector<std::string> AssetCompany::validate() {
 
 PostResult AssetCompany::post() {
   ImportRun order = run();
-  return acquiredAssetProcedures().post(order);
+  return procedures.post(order);
 }
 
 PostResult AssetCompany::import(const std::vector<SheetRow>& sheet) {

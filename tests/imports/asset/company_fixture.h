@@ -10,6 +10,7 @@
 #include "fakes/temporary_folder.h"
 #include "platform/embedded/embedded_adapter.h"
 #include "startup/company_context.h"
+#include "wizard/import_kinds.h"
 #include "wizard/import_run.h"
 
 namespace orva {
@@ -28,6 +29,7 @@ SheetRow without(SheetRow row, const std::string& heading);
 class AssetCompany {
  public:
   explicit AssetCompany(SqlDialect dialect = SqlDialect::kAccess);
+  AssetCompany(SqlDialect dialect, const ImportProcedures& kind);
 
   /// Statements in the Access dialect, which is what the books were set up with.
   void prepare(const std::vector<std::string>& statements);
@@ -49,6 +51,8 @@ class AssetCompany {
   FakeServices fakes;
   std::shared_ptr<FaultyAdapter> adapter;
   CompanyContext company;
+  /// What is imported; assets unless a test says otherwise.
+  ImportProcedures procedures;
   Selection selection;
   Catalogue catalogue;
   Findings findings;
