@@ -193,10 +193,17 @@ PostResult postBreakup(ImportRun& run) {
       row, {.query = "select * from costBreakup", .columns = kBreakupColumns, .start = startBreakup}));
 }
 
+/// When breakups are added the catalogue lists no identifier; a sheet that carries one names its assets by it.
+constexpr std::string_view kSheetColumns[] = {"ASSETID"};
+
 }  // namespace
 
 ImportProcedures costBreakupProcedures() {
-  return {.kind = ImportKindId::kCostBreakup, .ownColumns = {}, .validate = validateBreakup, .post = postBreakup};
+  return {.kind = ImportKindId::kCostBreakup,
+          .ownColumns = {},
+          .sheetColumns = kSheetColumns,
+          .validate = validateBreakup,
+          .post = postBreakup};
 }
 
 }  // namespace orva
