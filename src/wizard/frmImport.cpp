@@ -55,7 +55,9 @@ void frmImport::enableCheckBoxes() {
 
 void frmImport::optKind_Click(ImportKindId kind) {
   trap([&] {
-    const bool isChosen = kindOption(kind).enabled() && chooseUserDefinedFields(kind);
+    Selection choice = selection_;
+    choice.kind = kind;
+    const bool isChosen = kindOption(kind).enabled() && chooseUserDefinedFields(kind) && isAdmitted(choice);
     if (isChosen) selection_.kind = kind;
     for (const ImportKindNames& names : importKindNames()) kindOption(names.id).setValue(names.id == selection_.kind);
     if (isChosen) rebuildCatalogue();
@@ -70,6 +72,16 @@ bool frmImport::chooseUserDefinedFields(ImportKindId kind) {
   services().dialogs.show(
       {.text = "No User Defined Fields given in ORVA Software ", .title = "ORVA", .icon = MessageIcon::kInformation});
   return false;
+}
+
+/// False when the company does not admit the choice; the user has been told why, and the former choice stays.
+bool frmImport::isAdmitted(const Selection& choice) {
+  const ImportProcedures* procedures = findProcedures(registry_, choice.kind);
+  if (!procedures || !procedures->obstacle) return true;
+  reconnect(company(), services());
+  const std::string obstacle = procedures->obstacle(company(), choice);
+  if (!obstacle.empty()) say(obstacle);
+  return obstacle.empty();
 }
 
 void frmImport::optMode_Click(AssetMode mode) {
@@ -88,7 +100,12 @@ void frmImport::ChkLeaseHold_Click() {
   trap([&] { rebuildCatalogue(); });
 }
 void frmImport::chkShiftedIn_Click() {
-  trap([&] { rebuildCatalogue(); });
+  trap([&] {
+    Selection choice = selection_;
+    choice.shiftedIn = chkShiftedIn.value();
+    if (choice.shiftedIn && !isAdmitted(choice)) chkShiftedIn.setValue(false);
+    rebuildCatalogue();
+  });
 }
 void frmImport::ChkBackdate_Click() {
   trap([&] { readSelection(); });
@@ -132,6 +149,11 @@ std::span<const std::string_view> frmImport::sheetColumns() const {
 void frmImport::validateRows(ImportRun& run) { findProcedures(registry_, selection_.kind)->validate(run); }
 
 PostResult frmImport::postRows(ImportRun& run) { return findProcedures(registry_, selection_.kind)->post(run); }
+
+const ControlPlan* frmImport::controlPlan() const {
+  const ImportProcedures* procedures = findProcedures(registry_, selection_.kind);
+  return procedures ? procedures->controlPlan : nullptr;
+}
 
 void frmImport::cmdCalcLeaseDate_Click() {
   trap([&] {

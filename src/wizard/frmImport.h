@@ -56,10 +56,12 @@ class frmImport : public ImportWizard, public ImportControls {
   bool hasProcedures() const override;
   void validateRows(ImportRun& run) override;
   PostResult postRows(ImportRun& run) override;
+  const ControlPlan* controlPlan() const override;
 
   void enableOptions();
   void enableCheckBoxes();
   bool chooseUserDefinedFields(ImportKindId kind);
+  bool isAdmitted(const Selection& choice);
 
   const ImportRegistry& registry_;
   ImportCallbacks callbacks_;

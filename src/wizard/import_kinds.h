@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -37,6 +38,11 @@ struct ImportProcedures {
   void (*validate)(ImportRun&);
   /// Writes every row. Throws nothing for a failed row: the result tells it.
   PostResult (*post)(ImportRun&);
+  /// Why the company does not admit the choice at all, in the user's words; empty when it does. Null: always
+  /// admitted. Throws `ProviderError`.
+  std::string (*obstacle)(const CompanyContext&, const Selection&) = nullptr;
+  /// Null: the kind is not tied to the ledger.
+  const ControlPlan* controlPlan = nullptr;
 };
 
 /// The registry that the dispatch reads; filled once when the program is wired.

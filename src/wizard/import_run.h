@@ -1,12 +1,14 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/controls.h"
 #include "platform/services.h"
 #include "startup/company_context.h"
 #include "wizard/catalogue/field_row.h"
+#include "wizard/control_totals.h"
 #include "wizard/findings.h"
 #include "wizard/progress.h"
 #include "wizard/selection.h"
@@ -41,7 +43,9 @@ struct PostResult {
   /// What the user is told; "Imported successfully" when all went well.
   std::string text;
   /// Records that the rows became, where a row may become several (assets of a quantity); else 0.
-  int recordsStored = 0;
+  std::int64_t recordsStored = 0;
+  /// What the company keeps of the posted rows, for a kind with control totals; nothing when it could not be read.
+  std::optional<ControlTotals> controlTotals = {};
 };
 
 }  // namespace orva

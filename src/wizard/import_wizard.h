@@ -107,6 +107,11 @@ class ImportWizard : public WizardControls {
   /// Of the last "Finish". Not finished, with a text: the run failed and its message was shown.
   const PostResult& postResult() const { return postResult_; }
   int rowsPosted() const { return postResult_.rowsPosted; }
+  /// The control totals of the validated workbook and, after posting, of the company, with the number of records that
+  /// rows of several became: one line each. Empty for an import that is not tied to the ledger.
+  std::vector<std::string> controlLines() const;
+  /// False when the company does not keep what the workbook says of the posted rows, or could not be asked.
+  bool controlTotalsAgree() const;
 
  protected:
   /// All arguments must outlive the screen; the company is open.
@@ -129,6 +134,8 @@ class ImportWizard : public WizardControls {
   virtual bool hasProcedures() const { return true; }
   virtual void validateRows(ImportRun& run) = 0;
   virtual PostResult postRows(ImportRun& run) = 0;
+  /// Null: the choice is not tied to the ledger.
+  virtual const ControlPlan* controlPlan() const { return nullptr; }
 
   // What it may call.
   void rebuildCatalogue();
@@ -167,6 +174,7 @@ class ImportWizard : public WizardControls {
   void copyToFinishPage();
   void post();
   void showPostResult();
+  void showFinishText(std::string text);
   // Handlers' frame.
   ImportRun run();
   bool isOn(WizardPage page) const { return page_ == page; }
@@ -186,6 +194,7 @@ class ImportWizard : public WizardControls {
   RunTotals totals_;
   std::vector<UnknownMaster> unknownMasters_;
   PostResult postResult_;
+  ControlTotals workbookTotals_;
   /// Reading and validating show their message in different labels.
   RunProgress dumping_{{lblStatus, lblCurrentStatus, ProgressBar1, services_.eventLoop}};
   RunProgress progress_{{lblMsg2, lblCurrentStatus, ProgressBar1, services_.eventLoop}};

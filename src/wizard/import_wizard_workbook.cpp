@@ -15,6 +15,17 @@ namespace {
 
 constexpr std::string_view kShowOnlyErrors = "&Show only Errors";
 constexpr std::string_view kShowAll = "&All";
+constexpr std::string_view kTotalsDiffer =
+    "The control totals of the company differ from those of the workbook. The rows stay posted.";
+constexpr std::string_view kTotalsUnknown =
+    "The control totals of the company could not be read. The rows stay posted.";
+
+/// The lines, each behind a line break.
+std::string joined(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += "\n" + line;
+  return text;
+}
 
 }  // namespace
 
@@ -94,6 +105,7 @@ void ImportWizard::resetResults() {
   lblUnknown.setVisible(false);
   totals_ = {};
   postResult_ = {};
+  workbookTotals_ = {};
   lblTotalRec.setCaption("Total Records             :  0");
   lblTotalErr.setCaption("Total Records with Errors :  0");
   lblErrormsg.setCaption({});
@@ -144,6 +156,8 @@ void ImportWizard::summarise() {
   const std::int64_t units = totals_.units;
   totals_ = totalsOf(findings_, totals_.records, selection_.backdated, services_.dialogs);
   totals_.units = units;
+  const std::int64_t records = selection_.multipleAssetIds ? units : totals_.records;
+  if (controlPlan()) workbookTotals_ = workbookTotals(*controlPlan(), grid1, records);
   if (totals_.backdated > 0 && !totals_.backdatedAccepted) markRefusedRows(findings_, grid1);
   isValidated_ = true;
   showTotals();
@@ -211,7 +225,7 @@ void ImportWizard::copyToFinishPage() {
   reconnect(company_, services_);
   flxSave.setTable(grid1.table());
   flxSave.setVisible(true);
-  txtMsg.setText("Click on Finish to Update into ORVA");
+  showFinishText("Click on Finish to Update into ORVA");
   txtMsg.setVisible(true);
   mayPost_ = true;
   showPage(WizardPage::kFinish);
@@ -232,11 +246,36 @@ void ImportWizard::showPostResult() {
       std::to_string(postResult_.rowsPosted) + " of " + std::to_string(totals_.records) + " rows were posted.";
   flxSave.setVisible(!postResult_.finished);
   lblCurrentStatus.setCaption(counted);
-  txtMsg.setText(postResult_.finished ? postResult_.text : postResult_.text + "\n" + counted);
-  if (postResult_.finished) return;
+  showFinishText(postResult_.finished ? postResult_.text : postResult_.text + "\n" + counted);
+  if (postResult_.finished && controlTotalsAgree()) return;
+  if (postResult_.finished) {
+    const std::string_view fault = postResult_.controlTotals ? kTotalsDiffer : kTotalsUnknown;
+    return say(std::string(fault) + joined(controlLines()), MessageIcon::kCritical);
+  }
   if (!postResult_.text.empty()) say(postResult_.text, MessageIcon::kCritical);
   if (closeRequested_) say("The import was stopped. " + counted);
 }
+
+std::vector<std::string> ImportWizard::controlLines() const {
+  const ControlPlan* const plan = controlPlan();
+  if (!plan || workbookTotals_.amounts.empty()) return {};
+  const bool isCountedApart = selection_.multipleAssetIds;
+  const std::string_view counted = isCountedApart ? plan->records : "Rows";
+  std::string rows = isCountedApart ? "Rows " + std::to_string(totals_.records) + ", " : std::string();
+  std::vector<std::string> lines{"Control totals of the workbook : " + rows +
+                                 controlTotalsText(*plan, grid1, workbookTotals_, counted)};
+  if (!postResult_.controlTotals) return lines;
+  lines.push_back("Control totals of the company  : " +
+                  controlTotalsText(*plan, grid1, *postResult_.controlTotals, counted));
+  if (isCountedApart) {
+    lines.push_back(std::string(plan->records) + " created : " + std::to_string(postResult_.recordsStored));
+  }
+  return lines;
+}
+
+bool ImportWizard::controlTotalsAgree() const { return !controlPlan() || postResult_.controlTotals == workbookTotals_; }
+
+void ImportWizard::showFinishText(std::string text) { txtMsg.setText(text + joined(controlLines())); }
 
 ImportRun ImportWizard::run() {
   return {services_, company_, selection_, catalogue_, grid1, findings_, progress_, flxSave};

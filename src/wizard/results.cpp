@@ -34,10 +34,10 @@ struct RowReport {
 
   void add(const Finding& finding, std::string_view heading) {
     isError = isError || finding.findingClass == FindingClass::kError;
-    if (finding.text.empty()) return;
+    if (finding.text.empty() && finding.findingClass != FindingClass::kError) return;
     const std::string_view column = finding.otherColumn.empty() ? heading : finding.otherColumn;
     if (!column.empty()) appendJoined(columns, separators.columns, column);
-    appendJoined(texts, separators.texts, findingText(finding));
+    if (!finding.text.empty()) appendJoined(texts, separators.texts, findingText(finding));
   }
 };
 

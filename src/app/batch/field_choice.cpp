@@ -45,9 +45,13 @@ void tickPresent(frmImport& screen, const std::vector<std::string>& names) {
   }
 }
 
+/// Ticks come last, as a line may bring others with it.
 void tickOnly(frmImport& screen, const std::vector<std::string>& names) {
-  for (std::size_t index = 0; index < screen.catalogue().size(); ++index) {
-    screen.lstFields_ItemCheck(static_cast<int>(index), contains(names, screen.catalogue()[index].excelName));
+  for (const bool ticked : {false, true}) {
+    for (std::size_t index = 0; index < screen.catalogue().size(); ++index) {
+      if (contains(names, screen.catalogue()[index].excelName) != ticked) continue;
+      screen.lstFields_ItemCheck(static_cast<int>(index), ticked);
+    }
   }
 }
 

@@ -20,6 +20,7 @@ bool choose(Session& session, frmImport& screen, const Selection& selection) {
   screen.cmdSkip_Click();
   screen.optKind_Click(selection.kind);
   screen.optMode_Click(selection.mode);
+  // Whoever refused the kind has said why.
   if (screen.selection().kind != selection.kind) return false;
   for (const Tick& tick : kTicks) {
     if (!(selection.*tick.chosen)) continue;
@@ -29,6 +30,7 @@ bool choose(Session& session, frmImport& screen, const Selection& selection) {
     }
     (screen.*tick.box).setValue(true);
     (screen.*tick.click)();
+    if (!(screen.*tick.box).value()) return false;
   }
   return true;
 }
@@ -87,10 +89,15 @@ bool writeReports(Session& session, const ImportOptions& options, const frmImpor
          writeFile(session, options.marksFile, [&](std::ostream& file) { writeMarks(file, screen); });
 }
 
+void printControlLines(std::ostream& out, const frmImport& screen) {
+  for (const std::string& line : screen.controlLines()) out << line << '\n';
+}
+
 void printTotals(std::ostream& out, const frmImport& screen) {
   for (const Label* label : {&screen.lblTotalRec, &screen.lblTotalErr, &screen.lblStatus}) {
     if (!label->caption().empty()) out << label->caption() << '\n';
   }
+  printControlLines(out, screen);
 }
 
 Exit post(Session& session, frmImport& screen) {
@@ -98,9 +105,10 @@ Exit post(Session& session, frmImport& screen) {
   screen.cmdContinue_Click(WizardPage::kFinish);
   const PostResult& result = screen.postResult();
   session.out() << "Rows posted : " << result.rowsPosted << '\n';
+  printControlLines(session.out(), screen);
   if (!result.finished) return Exit::kFailed;
   session.out() << result.text << '\n';
-  return Exit::kDone;
+  return screen.controlTotalsAgree() ? Exit::kDone : Exit::kFailed;
 }
 
 /// Reads and validates; posts when nothing stands against it.

@@ -8,6 +8,7 @@
 #include "app/windows/entry_window.h"
 #include "app/windows/import_window.h"
 #include "app/wiring.h"
+#include "imports/asset/lease_dates.h"
 #include "platform/qt/look.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_loop.h"
@@ -56,7 +57,10 @@ class Windows {
 
   void showImport() {
     import_ = std::make_unique<frmImport>(services_, company_, wiring_.importKinds(),
-                                          ImportCallbacks{.onClose = [this] { later([this] { closeImport(); }); }});
+                                          ImportCallbacks{
+                                              .onClose = [this] { later([this] { closeImport(); }); },
+                                              .onCalcLeaseDate = [this] { calculateLeaseDates(services_, company_); },
+                                          });
     import_->Load();
     importWindow_ = std::make_unique<ImportWindow>(*import_);
     importWindow_->show();

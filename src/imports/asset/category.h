@@ -27,7 +27,7 @@ struct CategoryLevel {
   BookCodes bookCodes = {};
   /// Percentage of the cost up to which the category is written off; 0 for another base.
   Currency writeOffPercent = {};
-  /// Level I only: a lease is written off whole, unless its base is explicitly cost less salvage.
+  /// Level I only: a lease hold, and a category whose `CostSalvage` is set, keeps no salvage value.
   bool withoutSalvage = false;
   bool leaseHold = false;
 

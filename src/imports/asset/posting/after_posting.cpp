@@ -1,92 +1,14 @@
 #include "imports/asset/posting/after_posting.h"
 
+#include <array>
+#include <iterator>
+#include <unordered_map>
 #include <vector>
 
 #include "imports/asset/named_values.h"
 
 namespace orva {
 namespace {
-
-/// One clean-up statement; `isKept` names the additional book that it serves.
-struct CleanUp {
-  Query statement;
-  bool ParameterFlags::*isKept = nullptr;
-};
-
-constexpr bool ParameterFlags::*kBook1 = &ParameterFlags::additionalBook1;
-constexpr bool ParameterFlags::*kBook2 = &ParameterFlags::additionalBook2;
-
-constexpr CleanUp kCleanUps[] = {
-    {.statement = {.access = "Update asset,subclass set asset.facode1 = subclass.facode1 where asset.defcode = "
-                             "subclass.defcode and asset.classcode = subclass.classcode and asset.subclasscode = "
-                             "subclass.subclasscode and (asset.facode1 is null or asset.facode1 = '')",
-                   .sqlServer = "Update asset set asset.facode1 = subclass.facode1 from subclass where asset.defcode = "
-                                "subclass.defcode and asset.classcode = subclass.classcode and asset.subclasscode = "
-                                "subclass.subclasscode and (asset.facode1 is null or asset.facode1 = '')"},
-     .isKept = kBook1},
-    {.statement = {.access = "Update asset,classification set asset.facode1 = classification.facode1 where "
-                             "asset.defcode = classification.defcode and asset.classcode = classification.classcode "
-                             "and (asset.facode1 is null or asset.facode1 = '')",
-                   .sqlServer = "Update asset set asset.facode1 = classification.facode1 from classification where "
-                                "asset.defcode = classification.defcode and asset.classcode = "
-                                "classification.classcode and (asset.facode1 is null or asset.facode1 = '')"},
-     .isKept = kBook1},
-    {.statement = {.access = "Update asset,subclass set asset.facode2 = subclass.facode2 where asset.defcode = "
-                             "subclass.defcode and asset.classcode = subclass.classcode and asset.subclasscode = "
-                             "subclass.subclasscode and (asset.facode2 is null or asset.facode2 = '')",
-                   .sqlServer = "Update asset set asset.facode2 = subclass.facode2 from subclass where asset.defcode = "
-                                "subclass.defcode and asset.classcode = subclass.classcode and asset.subclasscode = "
-                                "subclass.subclasscode and (asset.facode2 is null or asset.facode2 = '')"},
-     .isKept = kBook2},
-    {.statement = {.access = "Update asset,classification set asset.facode2 = classification.facode2 where "
-                             "asset.defcode = classification.defcode and asset.classcode = classification.classcode "
-                             "and (asset.facode2 is null or asset.facode2 = '')",
-                   .sqlServer = "Update asset set asset.facode2 = classification.facode2 from classification where "
-                                "asset.defcode = classification.defcode and asset.classcode = "
-                                "classification.classcode and (asset.facode2 is null or asset.facode2 = '')"},
-     .isKept = kBook2},
-
-    {.statement =
-         {.access = "Update fadep,asset set fadep.defcode = asset.defcode, fadep.classcode = asset.classcode, "
-                    "fadep.subclasscode = asset.subclasscode where fadep.assetid = asset.assetid and (fadep.defcode is "
-                    "null or fadep.defcode = '')",
-          .sqlServer = "Update fadep set fadep.defcode = asset.defcode, fadep.classcode = asset.classcode, "
-                       "fadep.subclasscode = asset.subclasscode from asset where fadep.assetid = asset.assetid and "
-                       "(fadep.defcode is null or fadep.defcode = '')"}},
-    {.statement = {.access =
-                       "Update fadep1,asset set fadep1.defcode = asset.defcode, fadep1.classcode = asset.classcode, "
-                       "fadep1.subclasscode = asset.subclasscode where fadep1.assetid = asset.assetid and "
-                       "(fadep1.defcode is null or fadep1.defcode = '')",
-                   .sqlServer =
-                       "Update fadep1 set fadep1.defcode = asset.defcode, fadep1.classcode = asset.classcode, "
-                       "fadep1.subclasscode = asset.subclasscode from asset where fadep1.assetid = asset.assetid and "
-                       "(fadep1.defcode is null or fadep1.defcode = '')"},
-     .isKept = kBook1},
-    {.statement = {.access =
-                       "Update fadep2,asset set fadep2.defcode = asset.defcode, fadep2.classcode = asset.classcode, "
-                       "fadep2.subclasscode = asset.subclasscode where fadep2.assetid = asset.assetid and "
-                       "(fadep2.defcode is null or fadep2.defcode = '')",
-                   .sqlServer =
-                       "Update fadep2 set fadep2.defcode = asset.defcode, fadep2.classcode = asset.classcode, "
-                       "fadep2.subclasscode = asset.subclasscode from asset where fadep2.assetid = asset.assetid and "
-                       "(fadep2.defcode is null or fadep2.defcode = '')"},
-     .isKept = kBook2},
-
-    {.statement = {.access = "Update fadep1,asset set fadep1.facode = asset.facode1 where fadep1.assetid = "
-                             "asset.assetid and (fadep1.facode is null or fadep1.facode = '') and (asset.facode1 is "
-                             "not null or asset.facode1 <>'')",
-                   .sqlServer = "Update fadep1 set fadep1.facode = asset.facode1 from asset where fadep1.assetid = "
-                                "asset.assetid and (fadep1.facode is null or fadep1.facode = '') and (asset.facode1 "
-                                "is not null or asset.facode1 <>'')"},
-     .isKept = kBook1},
-    {.statement = {.access = "Update fadep2,asset set fadep2.facode = asset.facode2 where fadep2.assetid = "
-                             "asset.assetid and (fadep2.facode is null or fadep2.facode = '') and (asset.facode2 is "
-                             "not null or asset.facode2 <>'')",
-                   .sqlServer = "Update fadep2 set fadep2.facode = asset.facode2 from asset where fadep2.assetid = "
-                                "asset.assetid and (fadep2.facode is null or fadep2.facode = '') and (asset.facode2 "
-                                "is not null or asset.facode2 <>'')"},
-     .isKept = kBook2},
-};
 
 constexpr Query kWithoutLife = {"Select * From Asset where FaAge is null and LeaseDate is null"};
 
@@ -116,43 +38,60 @@ struct LifeFill {
   std::string leaseDate;
 };
 
-/// Life in months; nothing when no level of the asset's category has one.
-std::optional<std::int64_t> lifeOf(const CompanyContext& company, Recordset& asset) {
-  constexpr std::int64_t kLongest = 1200;
-  for (const LifeSource& source : kLifeSources) {
-    const Value code = asset.get(source.codeField);
-    if (nullToText(code).empty()) continue;
-    const auto level =
-        company.connection->open(composeQuery(source.query, company.dialect(), NamedValues{{"code", code}}));
-    const auto life = level->eof() ? std::nullopt : level->get("Life").toInteger();
-    if (life && *life > 0 && *life <= kLongest) return life;
+/// Lives of the categories while one fill lasts, which changes no category: many assets share a category, and
+/// a company may hold very many assets without a life.
+class CategoryLives {
+ public:
+  explicit CategoryLives(const CompanyContext& company) : company_(company) {}
+
+  /// Life in months; nothing when no level of the asset's category has one. A level without a life leaves it to
+  /// the level above.
+  std::optional<std::int64_t> lifeOf(Recordset& asset) {
+    for (std::size_t level = 0; level < std::size(kLifeSources); ++level) {
+      const std::string code = nullToText(asset.get(kLifeSources[level].codeField));
+      if (code.empty()) continue;
+      const auto [known, isNew] = lives_[level].try_emplace(code);
+      if (isNew) known->second = read(kLifeSources[level].query, code);
+      if (known->second) return known->second;
+    }
+    return std::nullopt;
   }
-  return std::nullopt;
+
+ private:
+  std::optional<std::int64_t> read(const Query& query, const std::string& code) const {
+    constexpr std::int64_t kLongest = 1200;
+    const auto level = company_.connection->open(composeQuery(query, company_.dialect(), NamedValues{{"code", code}}));
+    const auto life = level->eof() ? std::nullopt : level->get("Life").toInteger();
+    return life && *life > 0 && *life <= kLongest ? life : std::nullopt;
+  }
+
+  const CompanyContext& company_;
+  std::array<std::unordered_map<std::string, std::optional<std::int64_t>>, std::size(kLifeSources)> lives_;
+};
+
+/// In the form of the SQL text; empty without a use date, and for a date that no company database can keep.
+std::string leaseDateText(const std::optional<Date>& useDate, std::int64_t months) {
+  if (!useDate) return {};
+  const Date date = useDate->plusMonths(static_cast<int>(months));
+  return isInDatabaseRange(date) ? date.toMonthDayYear() : std::string();
 }
 
 std::vector<LifeFill> assetsToFill(const CompanyContext& company) {
   std::vector<LifeFill> fills;
+  CategoryLives lives(company);
   const auto assets =
       company.connection->open(composeQuery(kWithoutLife, company.dialect(), NamedValues{}), CursorKind::kForwardOnly);
   for (; !assets->eof(); assets->moveNext()) {
-    const auto months = lifeOf(company, *assets);
+    const auto months = lives.lifeOf(*assets);
     if (!months) continue;
-    const auto useDate = assets->get("Usedate").toDate();
     fills.push_back({.identifier = nullToText(assets->get("Assetid")),
                      .months = *months,
-                     .leaseDate = useDate ? useDate->plusMonths(static_cast<int>(*months)).toMonthDayYear() : ""});
+                     .leaseDate = leaseDateText(assets->get("Usedate").toDate(), *months)});
   }
   return fills;
 }
 
 }  // namespace
-
-void cleanUpCodes(const CompanyContext& company) {
-  for (const CleanUp& cleanUp : kCleanUps) {
-    if (cleanUp.isKept && !(company.flags.*cleanUp.isKept)) continue;
-    company.connection->execute(cleanUp.statement.text(company.dialect()));
-  }
-}
 
 int fillLifeAndLeaseDate(const CompanyContext& company) {
   const std::vector<LifeFill> fills = assetsToFill(company);

@@ -1,5 +1,7 @@
 #include "imports/asset/posting/asset_posting.h"
 
+#include <algorithm>
+
 #include "imports/asset/asset_columns.h"
 #include "imports/asset/identifiers.h"
 #include "imports/asset/named_values.h"
@@ -42,6 +44,9 @@ constexpr Query kRenames[] = {
     {"update fadep1 set assetid ='{after}' where assetid='{before}'"},
     {"update fadep2 set assetid ='{after}' where assetid='{before}'"},
     {"update shift set assetid ='{after}' where assetid='{before}'"},
+    {"update cadep set assetid ='{after}' where assetid='{before}'"},
+    {"update itaxdep set assetid ='{after}' where assetid='{before}'"},
+    {"update asset set passetid ='{after}' where passetid='{before}'"},
     {"update addition set passetid ='{after}' where passetid='{before}'"},
     {"update costbreakup set assetid ='{after}' where assetid='{before}'"},
     {"update amc set assetid ='{after}' where assetid='{before}'"},
@@ -52,9 +57,25 @@ constexpr Query kRenames[] = {
 
 constexpr Query kMoveChildren = {
     "update addition set classcode ='{class}', subclasscode ='{subclass}' where passetid='{identifier}'"};
+constexpr Query kGiveBackIdentifier = {"update asset set assetid ='{after}' where assetid='{before}'"};
+/// What a new asset has brought into the company, the opening entries apart.
+constexpr Query kTakeBacks[] = {
+    {"delete from asset where assetid='{identifier}'"},
+    {"delete from shift where assetid='{identifier}'"},
+    {"delete from udvalues where assetid='{identifier}'"},
+};
 constexpr Query kFirstDepreciation = {"select docdt,method from fadep where assetid='{identifier}' order by docdt"};
 
 constexpr std::string_view kNone = "NONE";
+
+/// Undoing after a failure. When it fails as well, the first failure is the one to tell.
+template <class Step>
+void tryToUndo(Step step) {
+  try {
+    step();
+  } catch (const ProviderError&) {
+  }
+}
 
 }  // namespace
 
@@ -72,6 +93,8 @@ void AssetPosting::begin(int index) {
   PostingRow::begin(index);
   category_ = {};
   unit_ = 0;
+  stored_.clear();
+  opening_.beginRow();
 }
 
 std::string AssetPosting::textArgument(std::string_view name) const {
@@ -81,10 +104,9 @@ std::string AssetPosting::textArgument(std::string_view name) const {
   return PostingRow::textArgument(name);
 }
 
-int AssetPosting::assetCount() const {
+std::int64_t AssetPosting::assetCount() const {
   if (!isNew() || !run().selection.multipleAssetIds) return 1;
-  const auto quantity = Value(trimmed("QTY")).toInteger().value_or(1);
-  return quantity > 1 ? static_cast<int>(quantity) : 1;
+  return std::max<std::int64_t>(Value(trimmed("QTY")).toInteger().value_or(1), 1);
 }
 
 Currency AssetPosting::shareOf(Currency amount) const {
@@ -110,7 +132,7 @@ bool AssetPosting::findAsset() {
   return false;
 }
 
-bool AssetPosting::startAsset(int unit) {
+bool AssetPosting::startAsset(std::int64_t unit) {
   unit_ = unit;
   if (isNew()) {
     if (unit == 0) resolveCategory();
@@ -189,7 +211,8 @@ void AssetPosting::storeAutomaticRate() {
 }
 
 void AssetPosting::giveNewIdentifier() {
-  set("Phyid", trimmed("PHYID"));
+  // Written back as it is, whatever the sheet's capitals.
+  set("Phyid", field("Phyid"));
   if (run().company.flags.automaticIdentifiers) set("Assetid", nextAssetIdentifier(run(), category_));
 }
 
@@ -203,26 +226,66 @@ void AssetPosting::completeAsset() {
   if (isNew() && selection.isClosing()) opening_.write(record(), true);
 }
 
-void AssetPosting::moveDependents() {
-  const std::string identifier = nullToText(field("Assetid"));
-  if (!equalsNoCase(identifier, identifierBefore_)) {
-    const NamedValues names{{"before", identifierBefore_}, {"after", identifier}};
-    for (const Query& rename : kRenames) run().connection().execute(composeQuery(rename, run().dialect(), names));
-  }
-  const std::string classCode = nullToText(field("classcode"));
-  const std::string subclassCode = nullToText(field("Subclasscode"));
-  if (equalsNoCase(classCode, classBefore_) && equalsNoCase(subclassCode, subclassBefore_)) return;
-  run().connection().execute(
-      composeQuery(kMoveChildren, run().dialect(),
-                   NamedValues{{"class", classCode}, {"subclass", subclassCode}, {"identifier", identifier}}));
+void AssetPosting::moveChildren(const std::string& classCode, const std::string& subclassCode) const {
+  const NamedValues values{{"class", classCode}, {"subclass", subclassCode}, {"identifier", identifierBefore_}};
+  run().connection().execute(composeQuery(kMoveChildren, run().dialect(), values));
 }
 
-void AssetPosting::followAsset() {
-  const Selection& selection = run().selection;
-  if (!isNew()) moveDependents();
-  if (!isNew() && selection.isClosing()) opening_.write(record(), false);
-  if (isNew() && selection.shiftedIn) shiftedIn_.write(*this);
-  userDefined_.write(*this, nullToText(field("Assetid")));
+void AssetPosting::renameDependents() {
+  const std::string identifier = nullToText(field("Assetid"));
+  if (equalsNoCase(identifier, identifierBefore_)) return;
+  const auto execute = [this](const Query& statement, const std::string& before, const std::string& after) {
+    run().connection().execute(
+        composeQuery(statement, run().dialect(), NamedValues{{"before", before}, {"after", after}}));
+  };
+  try {
+    for (const Query& rename : kRenames) execute(rename, identifierBefore_, identifier);
+  } catch (const ProviderError&) {
+    tryToUndo([&] {
+      for (const Query& rename : kRenames) execute(rename, identifier, identifierBefore_);
+      execute(kGiveBackIdentifier, identifier, identifierBefore_);
+    });
+    throw;
+  }
+}
+
+/// The children move first: a second attempt after a failure finds the asset's category still to be changed.
+void AssetPosting::changeAsset() {
+  const std::string classCode = nullToText(field("classcode"));
+  const std::string subclassCode = nullToText(field("Subclasscode"));
+  const bool isMoved = !equalsNoCase(classCode, classBefore_) || !equalsNoCase(subclassCode, subclassBefore_);
+  if (isMoved) moveChildren(classCode, subclassCode);
+  try {
+    record().update();
+  } catch (const ProviderError&) {
+    if (isMoved) tryToUndo([&] { moveChildren(classBefore_, subclassBefore_); });
+    throw;
+  }
+  renameDependents();
+  if (run().selection.isClosing()) opening_.write(record(), false);
+}
+
+void AssetPosting::storeAsset() {
+  if (isNew()) {
+    record().update();
+  } else {
+    changeAsset();
+  }
+  stored_.push_back(nullToText(field("Assetid")));
+  if (isNew() && run().selection.shiftedIn) shiftedIn_.write(*this);
+  userDefined_.write(*this, stored_.back());
+}
+
+void AssetPosting::takeBack() {
+  if (!isNew()) return;
+  tryToUndo([&] {
+    for (const std::string& identifier : stored_) {
+      for (const Query& takeBack : kTakeBacks) {
+        run().connection().execute(composeQuery(takeBack, run().dialect(), NamedValues{{"identifier", identifier}}));
+      }
+    }
+    opening_.takeBack();
+  });
 }
 
 }  // namespace orva

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "imports/asset/posting/category_creation.h"
 #include "imports/asset/posting/masters.h"
@@ -23,14 +25,19 @@ class AssetPosting : public PostingRow {
   std::string textArgument(std::string_view name) const override;
 
   /// Number of assets that the row becomes.
-  int assetCount() const;
+  std::int64_t assetCount() const;
   /// Starts the record of the row's asset number `unit` (from 0): a new one, or in the modify modes
   /// the one that the row changes. False when the company has no such asset any more.
-  bool startAsset(int unit);
+  bool startAsset(std::int64_t unit);
   /// What the columns of the sheet leave open, before the record is stored.
   void completeAsset();
-  /// What the stored record brings about in other tables.
-  void followAsset();
+  /// Stores the record, and what it brings about in other tables.
+  void storeAsset();
+  /// Identifiers of the row's stored assets.
+  const std::vector<std::string>& stored() const { return stored_; }
+  /// A failed row leaves no part of itself: removes the assets that it has added, with their entries in other tables.
+  /// Nothing more can be done when the database is not there any more.
+  void takeBack();
 
   bool isNew() const { return run().selection.isAdd(); }
   const AssetCategory& category() const { return category_; }
@@ -52,7 +59,9 @@ class AssetPosting : public PostingRow {
   void storeDefaults();
   void storeAutomaticRate();
   void giveNewIdentifier();
-  void moveDependents();
+  void changeAsset();
+  void renameDependents();
+  void moveChildren(const std::string& classCode, const std::string& subclassCode) const;
 
   CategoryCreation categories_;
   Masters masters_;
@@ -60,7 +69,8 @@ class AssetPosting : public PostingRow {
   ShiftedIn shiftedIn_;
   UserDefinedValues userDefined_;
   AssetCategory category_;
-  int unit_ = 0;
+  std::int64_t unit_ = 0;
+  std::vector<std::string> stored_;
   std::string identifierBefore_;
   std::string classBefore_;
   std::string subclassBefore_;

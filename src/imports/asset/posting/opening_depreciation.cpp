@@ -8,6 +8,7 @@ namespace {
 /// One depreciation book: its tables, and the asset's columns that belong to it.
 struct Book {
   std::string_view query;
+  Query takeBack;
   Query rate;
   std::string_view codeField;
   std::string_view accumulatedField;
@@ -16,15 +17,18 @@ struct Book {
 
 constexpr Book kBooks[] = {
     {.query = "select * from FaDep",
+     .takeBack = {"delete from FaDep where docdt={#closing date} and assetid='{identifier}'"},
      .rate = {"Select * from FARate where  facode ='{code}' and accyear ='{year}'"},
      .codeField = "Facode",
      .accumulatedField = "Accdep"},
     {.query = "select * from FaDep1",
+     .takeBack = {"delete from FaDep1 where docdt={#closing date} and assetid='{identifier}'"},
      .rate = {"Select * from FARate1 where  facode ='{code}' and accyear ='{year}'"},
      .codeField = "Facode1",
      .accumulatedField = "Accdep1",
      .isKept = &ParameterFlags::additionalBook1},
     {.query = "select * from FaDep2",
+     .takeBack = {"delete from FaDep2 where docdt={#closing date} and assetid='{identifier}'"},
      .rate = {"Select * from FARate2 where  facode ='{code}' and accyear ='{year}'"},
      .codeField = "Facode2",
      .accumulatedField = "Accdep2",
@@ -94,10 +98,20 @@ void OpeningDepreciation::writeBook(std::size_t number, Recordset& asset, bool i
     fill(book, asset, entries, closing);
     setRate(run_, book, asset, entries);
     entries.update();
+    if (!isThere) added_.push_back({number, identifier, closing});
   } catch (const ProviderError&) {
     entries.cancel();
     throw;
   }
+}
+
+void OpeningDepreciation::takeBack() {
+  for (const Added& entry : added_) {
+    run_.connection().execute(
+        composeQuery(kBooks[entry.book].takeBack, run_.dialect(),
+                     NamedValues{{"closing date", entry.closing}, {"identifier", entry.identifier}}));
+  }
+  added_.clear();
 }
 
 void OpeningDepreciation::write(Recordset& asset, bool isNewAsset) {

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "wizard/posting_run.h"
 
@@ -17,13 +19,25 @@ class OpeningDepreciation {
   /// is changed in place. Throws `ProviderError`.
   void write(Recordset& asset, bool isNewAsset);
 
+  /// What is added from here on belongs to the next row.
+  void beginRow() { added_.clear(); }
+  /// Removes the entries that the row added. Throws `ProviderError`.
+  void takeBack();
+
  private:
+  struct Added {
+    std::size_t book;
+    std::string identifier;
+    Date closing;
+  };
+
   void writeBook(std::size_t book, Recordset& asset, bool isNewAsset, Date closing);
   Recordset& table(std::size_t book);
 
   const ImportRun& run_;
   std::array<std::unique_ptr<Recordset>, 3> tables_;
   std::array<int, 3> entriesWritten_{};
+  std::vector<Added> added_;
 };
 
 }  // namespace orva

@@ -1,5 +1,6 @@
 #include "imports/asset/posting/post.h"
 
+#include "imports/asset/control_plan.h"
 #include "imports/asset/posting/after_posting.h"
 #include "imports/asset/posting/asset_posting.h"
 
@@ -7,25 +8,34 @@ namespace orva {
 namespace {
 
 /// One row: one asset, or one for each unit of its quantity.
-void postRow(AssetPosting& row, const BoundColumns<AssetPosting>& columns, PostResult& counts) {
-  const int assets = row.assetCount();
-  for (int unit = 0; unit < assets; ++unit) {
+void postRow(AssetPosting& row, const BoundColumns<AssetPosting>& columns) {
+  const std::int64_t assets = row.assetCount();
+  for (std::int64_t unit = 0; unit < assets; ++unit) {
     if (!row.startAsset(unit)) return;
     columns.store(row);
     row.completeAsset();
-    row.record().update();
-    ++counts.recordsStored;
-    row.followAsset();
+    row.storeAsset();
   }
 }
 
-PostingEnd postRows(AssetPosting& row, PostResult& counts) {
+/// Stores the row whole or, as far as that can be done, not at all.
+void postWholeRow(AssetPosting& row, const BoundColumns<AssetPosting>& columns) {
+  try {
+    postRow(row, columns);
+  } catch (const ProviderError&) {
+    row.takeBack();
+    throw;
+  }
+}
+
+PostingEnd postRows(AssetPosting& row, std::vector<PostedRecord>& posted) {
   const BoundColumns<AssetPosting> columns(assetColumns(), row);
   PostingLoop loop(row);
   loop.open("select * from Asset");
   return loop.run([&](PostingLoop& current) {
-    postRow(row, columns, counts);
-    current.countStored();
+    postWholeRow(row, columns);
+    for (const std::string& identifier : row.stored()) posted.push_back({row.row(), identifier});
+    if (!row.stored().empty()) current.countStored();
   });
 }
 
@@ -45,18 +55,27 @@ void finishPosting(const ImportRun& run, PostResult& result) {
   }
 }
 
+std::optional<ControlTotals> readControlTotals(const ImportRun& run, const std::vector<PostedRecord>& posted) {
+  try {
+    return companyTotals(run, assetControlPlan(), posted);
+  } catch (const ProviderError&) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace
 
 PostResult postAssets(ImportRun& run) {
-  PostResult counts;
   try {
     AssetPosting row(run);
-    const PostingEnd end = postRows(row, counts);
+    std::vector<PostedRecord> posted;
+    const PostingEnd end = postRows(row, posted);
     PostResult result = postResult(end);
-    result.recordsStored = counts.recordsStored;
+    result.recordsStored = static_cast<std::int64_t>(posted.size());
     const bool isDuplicate = isDuplicateKey(end, row);
     if (isDuplicate) result.text = "Asset Id already present ";
     if (!end.failure || isDuplicate) finishPosting(run, result);
+    result.controlTotals = readControlTotals(run, posted);
     return result;
   } catch (const ProviderError& error) {
     return {.text = error.description()};

@@ -15,9 +15,16 @@ void storeAmount(AssetPosting& row, const Cell& cell, std::string_view target) {
   if (amount) row.set(target, row.shareOf(*amount));
 }
 
-/// An identifier is looked up without the blanks around it, so it is kept without them.
-void storeTrimmed(AssetPosting& row, const Cell& cell, std::string_view target) {
-  if (!cell.isBlank()) row.set(target, trim(cell.value));
+/// An identifier is looked up without the blanks around it, so it is kept without them. One that found the asset stays
+/// as the company has it.
+void storePhysicalId(AssetPosting& row, const Cell& cell, std::string_view target) {
+  const bool foundAsset = row.run().selection.mode == AssetMode::kModifyByPhysicalId;
+  if (!foundAsset && !cell.isBlank()) row.set(target, trim(cell.value));
+}
+
+/// A lease end date goes with the lease-hold flag of the category.
+void storeLeaseHold(AssetPosting& row, const Cell& cell, std::string_view target) {
+  if (!cell.isBlank()) row.set(target, row.category().level(CategoryDepth::kOne).leaseHold);
 }
 
 /// Stores a fixed text beside a cell that is filled.
@@ -82,17 +89,15 @@ void storeSalvage(AssetPosting& row, const Cell& cell, std::string_view target) 
 }
 
 void storeMethod(AssetPosting& row, const Cell& rate, std::string_view target, std::string_view heading) {
-  if (rate.isBlank()) return;
   const std::string_view method = row.trimmed(heading);
-  if (!method.empty()) {
-    row.set(target, toUpper(method));
-  } else if (const std::string first = row.depreciationMethod(); !first.empty()) {
-    row.set(target, first);
-  }
+  if (!rate.isBlank() && !method.empty()) row.set(target, toUpper(method));
 }
 
+/// Without a method column the method stays that of the asset's first depreciation entry.
 void storeMethodOfBooks(AssetPosting& row, const Cell& cell, std::string_view target) {
   storeMethod(row, cell, target, "OVERRIDEMETHOD");
+  if (cell.isBlank() || row.hasColumn("OVERRIDEMETHOD")) return;
+  if (const std::string first = row.depreciationMethod(); !first.empty()) row.set(target, first);
 }
 
 void storeMethodOfBook1(AssetPosting& row, const Cell& cell, std::string_view target) {
@@ -108,7 +113,7 @@ void storeQuantity(AssetPosting& row, const Cell& cell, std::string_view target)
 }
 
 constexpr Column kColumns[] = {
-    {.heading = "PHYID", .target = "PhyID", .store = storeTrimmed},
+    {.heading = "PHYID", .target = "PhyID", .store = storePhysicalId},
     {.heading = "QTY", .target = "Qty", .store = storeQuantity},
     {.heading = "VCHRNO", .target = "DocNo"},
     {.heading = "USEDATE", .target = "Usedate"},
@@ -120,6 +125,7 @@ constexpr Column kColumns[] = {
     {.heading = "VCHRDATE", .target = "Finyear", .store = storeFinancialYear},
     {.heading = "VCHRDATE", .target = "Accyear", .store = storeAccountingYear},
     {.heading = "LEASEDATE", .target = "LeaseDate"},
+    {.heading = "LEASEDATE", .target = "blnLeaseHold", .store = storeLeaseHold},
     {.heading = "SALVAGEVALUE", .target = "SalvageValue", .store = storeSalvage},
     {.heading = "ADDNLRATEASPERIT", .target = "FlgAddnlRate", .store = storeYes},
     {.heading = "ADDNLRATEASPERIT", .target = "AddnlRate"},

@@ -1,13 +1,10 @@
 #include "imports/asset/rules/asset_rules.h"
 #include "imports/asset/rules/checks.h"
-#include "platform/values/text.h"
 
 namespace orva {
 namespace {
 
 using namespace checks;
-
-bool isAll(AssetRow&, const Cell& cell, const AssetRule&) { return equalsNoCase(trim(cell.value), "ALL"); }
 
 constexpr AssetRule kRules[] = {
     {.column = "DEPT",
@@ -45,10 +42,6 @@ constexpr AssetRule kRules[] = {
      .fails = notFound,
      .findingClass = FindingClass::kWarning,
      .lookup = {"Select * from CostCentre where {upper}(centrename) ='{value}'"}},
-
-    {.column = "DEPT COSTCENTRE VENDOR MAINLOC SUBLOC PHYLOC USER",
-     .fails = isAll,
-     .text = "{value} Do not enter value <ALL> "},
 
     {.column = "M1 M2 M3 M4 M5",
      .fails = isShifted,

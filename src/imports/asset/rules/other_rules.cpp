@@ -1,10 +1,13 @@
 #include "imports/asset/rules/asset_rules.h"
 #include "imports/asset/rules/checks.h"
+#include "platform/values/text.h"
 
 namespace orva {
 namespace {
 
 using namespace checks;
+
+bool isAll(AssetRow&, const Cell& cell, const AssetRule&) { return equalsNoCase(trim(cell.value), "ALL"); }
 
 bool isMoreThanHundred(AssetRow&, const Cell& cell, const AssetRule&) {
   const auto rate = amountIn(cell);
@@ -33,6 +36,11 @@ bool isMissingLeaseDate(AssetRow& row, const Cell& cell, const AssetRule&) {
 
 constexpr AssetRule kRules[] = {
     {.column = "DESCRIPTION", .fails = isBlank, .text = "Description should not be blank", .namesBlank = true},
+
+    // Behind the columns' own rules, so that it is the last message of a cell.
+    {.column = "DEPT COSTCENTRE VENDOR MAINLOC SUBLOC PHYLOC USER",
+     .fails = isAll,
+     .text = "{value} Do not enter value <ALL> "},
 
     {.column = "SHIFTEDFROM", .fails = isBlank, .text = "Shifted From should not be blank"},
     {.column = "SHIFTEDFROM", .fails = isTooLong, .text = "{value} exceeds the maximum length {size}"},

@@ -21,11 +21,12 @@ bool isMissingRate(AssetRow& row, const Cell& cell, const AssetRule&) {
   return cell.isBlank() && isGiven(row, partner(row, kRate, kMethod));
 }
 
-/// A sheet without the method column leaves the method at that of the asset's first depreciation entry.
+/// A sheet without the method column leaves the method of the books at that of the asset's first depreciation entry;
+/// the entries of the additional books name no such method.
 bool hasNoMethod(AssetRow& row, const Cell& cell, const AssetRule&) {
   const std::string method = partner(row, kRate, kMethod);
   if (cell.isBlank() || isGiven(row, method)) return false;
-  return row.hasColumn(method) || row.depreciation().method.empty();
+  return method != kMethod || row.hasColumn(method) || row.depreciation().method.empty();
 }
 
 bool isMissingMethod(AssetRow& row, const Cell& cell, const AssetRule&) {
