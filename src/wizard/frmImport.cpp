@@ -157,7 +157,9 @@ const ControlPlan* frmImport::controlPlan() const {
 
 void frmImport::cmdCalcLeaseDate_Click() {
   trap([&] {
-    if (cmdCalcLeaseDate.enabled()) callbacks_.onCalcLeaseDate();
+    if (!cmdCalcLeaseDate.enabled()) return;
+    reconnect(company(), services());
+    callbacks_.onCalcLeaseDate();
   });
 }
 void frmImport::cmdUpdateLEOD_Click() {

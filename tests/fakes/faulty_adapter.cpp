@@ -71,6 +71,7 @@ void FaultPlan::pass(DatabaseCall call, bool& connectionLost) {
   const int nth = ++counts_[index(call)];
   connectionLost = connectionLost || (total_ == loseAt_ && call != DatabaseCall::kConnect);
   if (connectionLost) throw ProviderError(provider_number::kUnspecified, "The connection was lost.");
+  if (total_ == single_.at) throw ProviderError(single_.number, single_.description);
   for (const Fault& fault : faults_) {
     if (fault.call == call && fault.at == nth) throw ProviderError(fault.number, fault.description);
   }

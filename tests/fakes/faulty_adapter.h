@@ -20,6 +20,10 @@ class FaultPlan {
  public:
   /// The `nth` call of the kind (1 is the next one) fails once.
   void failAt(DatabaseCall call, int nth, std::int32_t number, std::string description = "The provider failed.");
+  /// The `nth` call of any kind fails once.
+  void failAtCall(int nth, std::int32_t number, std::string description = "The provider failed.") {
+    single_ = {DatabaseCall::kConnect, total_ + nth, number, std::move(description)};
+  }
   /// At the `nth` call of any kind the connection is lost: that call and all later ones on
   /// open connections fail; a new connection works again.
   void loseConnectionAt(int nth) { loseAt_ = total_ + nth; }
@@ -41,6 +45,8 @@ class FaultPlan {
   int total_ = 0;
   int loseAt_ = -1;
   std::vector<Fault> faults_;
+  /// Counted over all kinds.
+  Fault single_{DatabaseCall::kConnect, -1, 0, {}};
 };
 
 /// Any adapter with faults on plan.

@@ -59,7 +59,7 @@ class Windows {
     import_ = std::make_unique<frmImport>(services_, company_, wiring_.importKinds(),
                                           ImportCallbacks{
                                               .onClose = [this] { later([this] { closeImport(); }); },
-                                              .onCalcLeaseDate = [this] { calculateLeaseDates(services_, company_); },
+                                              .onCalcLeaseDate = [this] { calculateLeaseDates(dialogs_, company_); },
                                           });
     import_->Load();
     importWindow_ = std::make_unique<ImportWindow>(*import_);

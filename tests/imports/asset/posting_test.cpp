@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "imports/asset/company_fixture.h"
+#include "imports/asset/lease_dates.h"
 #include "imports/asset/posting/after_posting.h"
 #include "imports/asset/posting/closing_guard.h"
 
@@ -178,7 +179,13 @@ std::vector<Import> imports() {
       {"closing_units",
        {.kind = ImportKindId::kClosing, .multipleAssetIds = true},
        {},
-       {takenOver({{"QTY", "2"}, {"COST", "99.99"}, {"ACCDEP", "33.33"}})}},
+       {takenOver({{"QTY", "2"}, {"COST", "99.99"}, {"ACCDEP", "33.33"}, {"SALVAGEVALUE", "5"}}),
+        takenOver({{"PHYID", "T-101"}, {"QTY", "3"}, {"COST", "200"}, {"ACCDEP", "0.02"}, {"SALVAGEVALUE", ""}})}},
+      {"closing_shifted_in",
+       {.kind = ImportKindId::kClosing, .shiftedIn = true},
+       {},
+       {takenOver({{"ShiftedFrom", "Nagpur works"}, {"ACCDEP1", "60"}})},
+       {.additionalBook1 = true, .automaticIdentifiers = true}},
       {"modify_by_asset_id",
        {.mode = AssetMode::kModifyByAssetId},
        {kPurchased, kTakenOver, kChild},
@@ -194,6 +201,15 @@ std::vector<Import> imports() {
        {kPurchased, kChild,
         "insert into Fadep (Assetid, DocDt, Method) values ('PM\\PU\\CE0004', #03/31/2006#, 'WDV')"},
        {{{"PHYID", "T-1"}, {"REMARKS", "painted"}, {"OVERRIDERATE", "12"}}}},
+      {"modify_lease",
+       {.mode = AssetMode::kModifyByAssetId, .leaseHold = true},
+       {"insert into Asset (Assetid, AcquiredAs, Accyear, Finyear, DefCode, ClassCode, Cost, UseDate, FAAge) values "
+        "('LH0001', 'Purchased', '2005-06', '2005-06', 'LH', 'LH-01', 1000, #05/01/2005#, 60)"},
+       {{{"ASSETID", "LH0001"}, {"USEDATE", "02/05/2005"}, {"LEASEDATE", "01/05/2035"}, {"SALVAGEVALUE", "0"}}}},
+      {"modify_closing_by_physical_id",
+       {.kind = ImportKindId::kClosing, .mode = AssetMode::kModifyByPhysicalId},
+       {kTakenOver, kOpeningEntry, "update Asset set PhyID='t-2'"},
+       {{{"PHYID", "T-2"}, {"CAT2", "Pumps"}, {"CAT3", "Centrifugal"}, {"ACCDEP", "90"}}}},
       {"modify_closing",
        {.kind = ImportKindId::kClosing, .mode = AssetMode::kModifyByAssetId},
        {kTakenOver, kOpeningEntry},
@@ -218,8 +234,11 @@ TEST(Posting, TablesAfterEachKindOfImport) {
   }
 }
 
-TEST(Posting, NumbersGoOnAfterAFailedRun) {
-  AssetCompany company;
+class PostingInBoth : public testing::TestWithParam<SqlDialect> {};
+INSTANTIATE_TEST_SUITE_P(Dialects, PostingInBoth, testing::Values(SqlDialect::kAccess, SqlDialect::kSqlServer));
+
+TEST_P(PostingInBoth, NumbersGoOnAfterAFailedRun) {
+  AssetCompany company(GetParam());
   company.stage({purchase({{"PHYID", "A"}}), purchase({{"PHYID", "B"}}), purchase({{"PHYID", "C"}})});
   company.validate();
   company.adapter->plan().failAt(DatabaseCall::kStore, 2, provider_number::kTypeMismatch, "The disk is full.");
@@ -253,52 +272,6 @@ TEST(Posting, DuplicateIdentifierKeepsWhatStands) {
       << "the entry of the other asset is not overwritten";
 }
 
-/// Everything stored belongs together: a failing call leaves whole assets, and no opening entry is
-/// doubled by the next attempt.
-TEST(Posting, FailureAtEveryCall) {
-  // On the last day of the year, so that entries of a failed run do not stand in the way of the rest.
-  const SheetRow dates{{"USEDATE", "31/03/2005"}, {"VCHRDATE", "31/03/2005"}};
-  const auto dated = [&](SheetRow cells) {
-    cells.insert(cells.end(), dates.begin(), dates.end());
-    return takenOver(cells);
-  };
-  const std::vector<SheetRow> sheet{
-      dated({{"PHYID", "A"}, {"DEPT", "Packing"}, {"USER", "Roy"}, {"ACCDEP1", "5"}, {"CAT3", "Centrifugal"}}),
-      dated({{"PHYID", "B"}, {"DEPT", "Packing"}, {"USER", "Rao"}, {"ACCDEP1", "6"}, {"CAT3", ""}})};
-  for (int nth = 1;; ++nth) {
-    AssetCompany company;
-    company.selection.kind = ImportKindId::kClosing;
-    company.company.flags = {.additionalBook1 = true, .automaticIdentifiers = true, .users = true};
-    company.stage(sheet);
-    company.validate();
-    company.adapter->plan().loseConnectionAt(nth);
-    const PostResult result = company.post();
-    if (result.finished) {
-      EXPECT_GT(nth, 40);
-      break;
-    }
-    EXPECT_FALSE(result.text.empty()) << nth;
-    company.company.connection =
-        company.fakes.databases.connect("Provider=Books;Data Source=" + company.folder.file("company.mdb"));
-    const int stored = static_cast<int>(company.rows("select Assetid from Asset").size());
-    EXPECT_GE(stored, result.rowsPosted) << nth;
-    EXPECT_LE(stored, result.rowsPosted + 1) << nth;
-    EXPECT_EQ(company.rows("select a.Assetid from Asset a, Fadep f where a.Assetid = f.Assetid").size(),
-              company.rows("select Assetid from Asset").size())
-        << "an asset without its entry " << nth;
-    // What is left of the sheet is imported again.
-    const std::vector<SheetRow> rest(sheet.begin() + stored, sheet.end());
-    if (rest.empty()) continue;
-    EXPECT_TRUE(company.import(rest).finished) << nth;
-    EXPECT_EQ(company.rows("select Assetid, PhyID from Asset order by Assetid"),
-              (Lines{"PM\\PU0001|B", "PM\\PU\\CE0001|A"}))
-        << nth;
-    EXPECT_EQ(company.rows("select Assetid, AccDep from Fadep order by Assetid").size(), 2U) << nth;
-    EXPECT_EQ(company.rows("select Assetid, AccDep from FADep1 order by Assetid").size(), 2U) << nth;
-    EXPECT_EQ(company.rows("select DeptName from Dept where DeptName='Packing'").size(), 1U) << nth;
-  }
-}
-
 TEST(Posting, LevelsRemovedSinceValidationAreMadeAgain) {
   AssetCompany company;
   company.stage({purchase({{"CAT2", "Presses"}}), purchase({{"CAT2", "Presses"}})});
@@ -308,6 +281,58 @@ TEST(Posting, LevelsRemovedSinceValidationAreMadeAgain) {
   EXPECT_EQ(company.rows("select Assetid, ClassCode from Asset order by Assetid"),
             (Lines{"PM0001|PM-02", "PM0002|PM-02"}));
   EXPECT_EQ(company.row("select ClassDesc from Classification where ClassCode='PM-02'"), "Presses");
+}
+
+/// Rows of several units: what is divided comes together again to the cent, and every unit but the last has its
+/// equal part.
+TEST(Posting, UnitsAddUpToTheirRow) {
+  struct Case {
+    const char* quantity;
+    const char* cost;
+    const char* parts;
+  };
+  const Case kCases[] = {{"3", "100", "33.33 33.33 33.34 "},
+                         {"3", "0.02", "0 0 0.02 "},
+                         {"7", "999999999.99",
+                          "142857142.85 142857142.85 142857142.85 142857142.85 142857142.85 "
+                          "142857142.85 142857142.89 "},
+                         {"1", "10.1", "10.1 "},
+                         {"", "10.1", "10.1 "}};
+  AssetCompany company;
+  company.selection.multipleAssetIds = true;
+  for (const Case& one : kCases) {
+    company.prepare({"delete from Asset"});
+    const PostResult result = company.import({purchase({{"QTY", one.quantity}, {"COST", one.cost}})});
+    std::string parts;
+    for (const std::string& cost : company.rows("select Cost from Asset order by Assetid")) parts += cost + " ";
+    EXPECT_EQ(parts, one.parts) << one.quantity << " of " << one.cost;
+    EXPECT_EQ(Value(company.row("select sum(Cost) as s from Asset")).toCurrency(), Value(one.cost).toCurrency());
+    EXPECT_EQ(result.recordsStored, std::max(Value(one.quantity).toInteger().value_or(1), std::int64_t{1}));
+  }
+}
+
+/// An entry takes each code that it lacks from its own asset and keeps what it has.
+TEST_P(PostingInBoth, CleanUpFillsEveryEmptyCode) {
+  AssetCompany company(GetParam());
+  company.company.flags = {.additionalBook1 = true, .additionalBook2 = true};
+  company.prepare({"update SubClass set FACode1='A9'", "update Classification set FACode1='A8', FACode2='B8'",
+                   "insert into Asset (Assetid, DefCode, ClassCode, SubClassCode) values ('A', 'PM', 'PM-01', "
+                   "'PM-01-01')",
+                   "insert into Asset (Assetid, DefCode, ClassCode, FACode1) values ('B', 'PM', 'PM-02', '')",
+                   "insert into Asset (Assetid, DefCode, ClassCode, FACode1) values ('C', 'XX', 'XX-01', 'A1')",
+                   "insert into Fadep (Assetid, DefCode, ClassCode) values ('A', 'OLD', '')",
+                   "insert into FADep1 (Assetid) values ('A')",
+                   "insert into FADep1 (Assetid, FACode) values ('B', 'OLD')",
+                   "insert into FADep2 (Assetid, SubClassCode) values ('B', 'OLD')",
+                   "insert into FADep2 (Assetid, FACode) values ('D', '')"});
+  cleanUpCodes(company.company);
+  EXPECT_EQ(company.rows("select Assetid, FACode1, FACode2 from Asset order by Assetid"),
+            (Lines{"A|A9|B8", "B|A8|B8", "C|A1|"}));
+  EXPECT_EQ(company.rows("select Assetid, DefCode, ClassCode, SubClassCode from Fadep"), Lines{"A|OLD|PM-01|PM-01-01"});
+  EXPECT_EQ(company.rows("select Assetid, FACode, DefCode, ClassCode, SubClassCode from FADep1 order by Assetid"),
+            (Lines{"A|A9|PM|PM-01|PM-01-01", "B|OLD|PM|PM-02|"}));
+  EXPECT_EQ(company.rows("select Assetid, FACode, DefCode, ClassCode, SubClassCode from FADep2 order by Assetid"),
+            (Lines{"B|B8|PM|PM-02|OLD", "D||||"}));
 }
 
 TEST(LifeFill, TheMostDetailedLifeOfAssetsWithoutOne) {
@@ -321,12 +346,29 @@ TEST(LifeFill, TheMostDetailedLifeOfAssetsWithoutOne) {
          "insert into Asset (Assetid, DefCode, ClassCode) values ('C''s', 'PM', 'NONE')",
          "insert into Asset (Assetid, DefCode, FAAge, UseDate) values ('D', 'PM', 7, #05/15/2005#)",
          "insert into Asset (Assetid, DefCode, LeaseDate) values ('E', 'PM', #05/15/2005#)",
-         "insert into Asset (Assetid, DefCode, UseDate) values ('F', 'XX', #05/15/2005#)"});
-    EXPECT_EQ(fillLifeAndLeaseDate(company.company), 3);
+         "insert into Asset (Assetid, DefCode, UseDate) values ('F', 'XX', #05/15/2005#)",
+         "insert into Asset (Assetid, DefCode, UseDate) values ('G', 'PM', #12/31/9999#)"});
+    EXPECT_EQ(fillLifeAndLeaseDate(company.company), 4);
     EXPECT_EQ(company.rows("select Assetid, FAAge, LeaseDate from Asset order by Assetid"),
-              (Lines{"A|1|28/02/2005", "B|60|15/05/2010", "C's|60|", "D|7|", "E||15/05/2005", "F||"}));
+              (Lines{"A|1|28/02/2005", "B|60|15/05/2010", "C's|60|", "D|7|", "E||15/05/2005", "F||", "G|60|"}));
     EXPECT_EQ(fillLifeAndLeaseDate(company.company), 0);
   }
+}
+
+TEST(LeaseDates, AsksFillsAndCounts) {
+  AssetCompany company;
+  company.prepare({"update FADefinition set AssetLife=12",
+                   "insert into Asset (Assetid, DefCode, UseDate) values ('A', 'PM', #01/31/2005#)"});
+  company.fakes.dialogs.defaultAnswer = Answer::kNo;
+  calculateLeaseDates(company.fakes.dialogs, company.company);
+  EXPECT_EQ(company.row("select LeaseDate from Asset"), "");
+  EXPECT_EQ(company.fakes.dialogs.messages.size(), 1U);
+  company.fakes.dialogs.defaultAnswer = Answer::kYes;
+  calculateLeaseDates(company.fakes.dialogs, company.company);
+  EXPECT_EQ(company.fakes.dialogs.lastText(), "1 asset was changed.");
+  EXPECT_EQ(company.row("select LeaseDate from Asset"), "31/01/2006");
+  calculateLeaseDates(company.fakes.dialogs, company.company);
+  EXPECT_EQ(company.fakes.dialogs.lastText(), "0 assets were changed.");
 }
 
 TEST(ClosingGuard, ClosedYearAndCalculatedDepreciation) {
