@@ -31,8 +31,7 @@ void frmMasterImport::chooseFirst() {
 void frmMasterImport::fillMiscellaneous() {
   const UpdateBatch batch(cmbMisc);
   cmbMisc.clear();
-  const auto masters = company().connection->open("select MName from MisMaster");
-  for (; !masters->eof(); masters->moveNext()) cmbMisc.add(nullToText(masters->get("MName")));
+  for (const std::string& name : miscellaneousMasters(*company().connection)) cmbMisc.add(name);
   if (cmbMisc.count() > 0) cmbMisc.select(0);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "masters/master_kinds.h"
 
@@ -12,6 +13,9 @@ struct MasterChoice {
   /// Key of the miscellaneous master ("M1", ...); empty for the others.
   std::string master = {};
 };
+
+/// The miscellaneous masters of a company in the order of their numbers. Throws `ProviderError`.
+std::vector<std::string> miscellaneousMasters(Connection& connection);
 
 /// Checks every row of the results grid and records findings. Throws `ProviderError`.
 void validateMasters(ImportRun& run, const MasterChoice& choice);

@@ -3,13 +3,16 @@
 namespace orva {
 namespace {
 
-/// Where the next code of a master comes from. Users of a server company are ordered as text,
-/// unlike the others.
+/// Where the next code of a master comes from.
 struct NextCode {
   Query highest;
   std::string_view field;
 };
 
+constexpr NextCode kDepartmentCode{
+    .highest = {.access = "Select * from Dept where isnumeric(Deptcode)=true order by val(Deptcode) desc",
+                .sqlServer = "Select * from Dept where isnumeric(Deptcode)=1 order by convert(integer,Deptcode) desc"},
+    .field = "Deptcode"};
 constexpr NextCode kCostCentreCode{
     .highest = {.access = "Select * from costcentre where isnumeric(centrecode)=true order by val(centrecode) desc",
                 .sqlServer = "Select * from costcentre where isnumeric(centrecode)=1 order by "
@@ -20,24 +23,32 @@ constexpr NextCode kVendorCode{
                 .sqlServer = "Select * from vendor where isnumeric(vendorcode)=1 order by "
                              "convert(integer,vendorcode) desc"},
     .field = "Vendorcode"};
+/// On a server the codes of users are ordered as text, unlike the others.
 constexpr NextCode kUserCode{
     .highest = {.access = "Select * from Users where isnumeric(usedby)=true order by val(Usedby) desc",
                 .sqlServer = "Select * from Users where isnumeric(usedby)=1 order by Usedby desc"},
     .field = "usedby"};
 
+constexpr NextCode kMiscellaneousCode{
+    .highest = {.access = "Select * from MisData where Master ='{master}' and isnumeric(Code)=true order by val(Code) "
+                          "desc",
+                .sqlServer = "Select * from MisData where Master ='{master}' and isnumeric(Code)=1 order by "
+                             "convert(integer,Code) desc"},
+    .field = "Code"};
+
 /// The highest numeric code plus one, four digits; "0001" when there is none.
-std::string nextCode(MasterRow& row, const NextCode& source) {
+std::string nextCode(const MasterRow& row, const NextCode& source) {
   const auto rows = row.open(source.highest);
   if (rows->eof()) return "0001";
-  return zeroPadded(static_cast<long long>(val(nullToText(rows->get(source.field)))) + 1, 4);
+  return zeroPadded(rows->get(source.field).toInteger().value_or(0) + 1, 4);
 }
 
 void storeVendorCode(MasterRow& row, const Cell& cell, std::string_view target) {
-  row.set(target, cell.isBlank() ? Value(nextCode(row, kVendorCode)) : Value(cell.value));
+  row.set(target, cell.isBlank() ? Value(nextVendorCode(row)) : Value(cell.value));
 }
 
 void storeUserCode(MasterRow& row, const Cell& cell, std::string_view target) {
-  row.set(target, cell.isBlank() ? Value(nextCode(row, kUserCode)) : Value(cell.value));
+  row.set(target, cell.isBlank() ? Value(nextUserCode(row)) : Value(cell.value));
 }
 
 /// A blank code takes that of a centre of the same name, if there is one.
@@ -45,7 +56,7 @@ void storeCentreCode(MasterRow& row, const Cell& cell, std::string_view target) 
   if (!cell.isBlank()) return row.set(target, cell.value);
   const auto sameName = row.open({.access = "Select * from costcentre  where {upper}(centrename)='{COSTCENTRE}'"
                                             " order by centrecode desc"});
-  row.set(target, sameName->eof() ? Value(nextCode(row, kCostCentreCode)) : sameName->get("centrecode"));
+  row.set(target, sameName->eof() ? Value(nextCostCentreCode(row)) : sameName->get("centrecode"));
 }
 
 void storeCompany(MasterRow& row, const Cell&, std::string_view target) {
@@ -102,6 +113,12 @@ constexpr Column kMiscellaneousColumns[] = {
 };
 
 }  // namespace
+
+std::string nextDepartmentCode(const MasterRow& row) { return nextCode(row, kDepartmentCode); }
+std::string nextCostCentreCode(const MasterRow& row) { return nextCode(row, kCostCentreCode); }
+std::string nextUserCode(const MasterRow& row) { return nextCode(row, kUserCode); }
+std::string nextVendorCode(const MasterRow& row) { return nextCode(row, kVendorCode); }
+std::string nextMiscellaneousCode(const MasterRow& row) { return nextCode(row, kMiscellaneousCode); }
 
 PostingPlan<MasterRow> departmentPlan() { return {.query = "select * from Dept", .columns = kDepartmentColumns}; }
 PostingPlan<MasterRow> costCentrePlan() { return {.query = "select * from Costcentre", .columns = kCostCentreColumns}; }

@@ -12,4 +12,11 @@ PostingPlan<MasterRow> userPlan();
 PostingPlan<MasterRow> vendorPlan();
 PostingPlan<MasterRow> miscellaneousPlan();
 
+/// The highest numeric code of a master plus one, four digits; "0001" when there is none. Throws `ProviderError`.
+std::string nextDepartmentCode(const MasterRow& row);
+std::string nextCostCentreCode(const MasterRow& row);
+std::string nextUserCode(const MasterRow& row);
+std::string nextVendorCode(const MasterRow& row);
+std::string nextMiscellaneousCode(const MasterRow& row);
+
 }  // namespace orva

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
 
 #include "wizard/posting_run.h"
 #include "wizard/rule_checks.h"
@@ -24,13 +25,20 @@ class MasterRow : public PostingRow {
     return hasColumn(name) ? toUpper(trim(cell(name))) : PostingRow::textArgument(name);
   }
 
+  /// Stores a text without the blanks around it, as look-ups compare it: otherwise the same workbook would not find
+  /// its own entries the next time.
+  void set(std::string_view field, const Value& value) const {
+    const auto* text = std::get_if<std::string>(&value.storage());
+    PostingRow::set(field, text ? Value(trim(*text)) : value);
+  }
+
   const std::string& master() const { return master_; }
   /// True when an earlier row had the same value (without regard to case); notes the value.
   bool hasSeen(std::string_view value) { return !seen_.insert(toUpper(trim(value))).second; }
 
  private:
   std::string master_;
-  std::set<std::string> seen_;
+  std::unordered_set<std::string> seen_;
 };
 
 using MasterRule = Rule<MasterRow>;

@@ -22,7 +22,6 @@ bool isInvalidPan(MasterRow&, const Cell& cell, const MasterRule&) {
 
 constexpr std::string_view kDuplicate = " Duplicate Values Not Allowed ";
 constexpr std::string_view kDuplicateWithPoint = " Duplicate Values Not Allowed. ";
-constexpr std::string_view kTooLong = " exceeds its maximum length ";
 
 constexpr MasterRule kDepartmentRules[] = {
     {.column = "DEPTCODE", .fails = exceedsSize, .text = "Department : {value} exceeds its maximum length "},
@@ -72,7 +71,7 @@ constexpr MasterRule kVendorRules[] = {
      .text = kDuplicate,
      .lookup = {.access = "Select * from Vendor where {upper}(VendorName) ='{trimmed upper}'"}},
     {.column = "VENDORNAME", .fails = isBlank, .text = "Vendor : {value} Name cannot be Empty ", .namesBlank = true},
-    {.column = "ADD1 ADD2 ADD3 CITY PIN VATTIN CSTTIN", .fails = exceedsSize, .text = kTooLong},
+    {.column = "ADD1 ADD2 ADD3 CITY PIN VATTIN CSTTIN", .fails = exceedsSize, .text = kExceedsMaximumLength},
     {.column = "PAN", .fails = isInvalidPan, .text = " Invalid PAN "},
 };
 
@@ -99,12 +98,17 @@ constexpr MasterRule kLocationRules[] = {
     {.column = "MAINLOC SUBLOC PHYLOC", .fails = isBlank, .text = "{value} cannot be Empty  ", .namesBlank = true},
 };
 
+// The code is half of the key of a miscellaneous entry and nothing replaces a blank one, so a repeated and a blank
+// code are refused here and not in the middle of posting.
+
 constexpr MasterRule kMiscellaneousRules[] = {
     {.column = "CODE", .fails = exceedsSize, .text = "Code : {value} exceeds its maximum length "},
+    {.column = "CODE", .fails = isRepeated, .text = kDuplicate, .afterFailure = AfterFailure::kNextCell},
     {.column = "CODE",
      .fails = isTaken,
      .text = kDuplicate,
      .lookup = {.access = "Select * from MisData where {upper}(Code) ='{trimmed upper}' and Master ='{master}'"}},
+    {.column = "CODE", .fails = isBlank, .text = "Code : {value} cannot be Empty ", .namesBlank = true},
     {.column = "MNAME", .fails = isBlank, .text = "Name : {value} cannot be Empty ", .namesBlank = true},
 };
 

@@ -6,6 +6,8 @@
 
 namespace orva {
 
+inline constexpr std::string_view kExceedsMaximumLength = " exceeds its maximum length ";
+
 /// The checks of each master in the order in which they run.
 std::span<const MasterRule> departmentRules();
 std::span<const MasterRule> costCentreRules();

@@ -9,18 +9,25 @@
 
 namespace orva {
 
-/// One workbook row of a bulk update, with its asset.
+/// One workbook row of a bulk update as the error table keeps it.
 struct UpdateRow {
   std::string assetId = {};
-  /// The other columns of the update as text, in the order of its table.
-  std::vector<std::string> cells = {};
-  Recordset& asset;
+  /// Values of the update's columns, in the order of its table; null for a blank cell and for a text that the
+  /// error table cannot hold.
+  std::vector<Value> values = {};
 };
 
-/// One check of a row. A failing check sets the row's description and counts
+/// One column of the sheet after the identifier; the error table has a field of the same name.
+struct UpdateColumn {
+  std::string_view name;
+  /// Otherwise a blank cell is refused like any other text that is no value for the field.
+  bool mayBeBlank = true;
+};
+
+/// One check of a row whose asset exists. A failing check sets the row's description and counts
 /// one error; a later one replaces the description and counts again.
 struct UpdateCheck {
-  bool (*fails)(const UpdateRow& row);
+  bool (*fails)(const UpdateRow& row, Recordset& asset);
   std::string_view text;
 };
 
@@ -29,11 +36,10 @@ struct BulkUpdate {
   std::string_view caption;
   /// Table that holds the rows of the last run with their errors.
   std::string_view errorTable;
-  /// Names of the sheet's columns after the identifier, and of the error table's fields.
-  std::span<const std::string_view> columns;
+  std::span<const UpdateColumn> columns;
   std::span<const UpdateCheck> checks;
-  /// Sets the fields of the asset from a row of the error table.
-  void (*apply)(Recordset& asset, Recordset& errorRow);
+  /// Sets the fields of the asset.
+  void (*apply)(Recordset& asset, const UpdateRow& row);
 };
 
 /// Lease end dates of existing assets.

@@ -4,124 +4,152 @@
 #include <utility>
 
 #include "platform/values/text.h"
+#include "wizard/header_check.h"
+#include "wizard/staging.h"
 
 namespace orva {
 namespace {
 
 constexpr std::string_view kIdColumn = "Assetid";
+constexpr std::size_t kDescriptionSize = 100;
 
-int columnNamed(const Sheet& sheet, std::string_view name) {
-  for (int column = 0; column < sheet.columnCount(); ++column) {
-    if (equalsNoCase(trimSpace(sheet.text(0, column)), name)) return column;
-  }
-  throw std::runtime_error("The sheet 'Asset' has no column '" + std::string(name) + "'.");
+int columnNamed(const std::vector<std::string>& names, std::string_view name) {
+  const int column = headerColumn(names, name);
+  if (column < 0) throw std::runtime_error("The sheet 'Asset' has no column '" + std::string(name) + "'.");
+  return column;
 }
 
-/// What the row's record cannot hold (a text that is no date, no number or too long) becomes the row's error.
-/// A method that is too long is left to its check.
+std::string noValueText(std::string_view field) { return "'' is no value for the field '" + std::string(field) + "'."; }
+
+/// What the field cannot hold is told by its description. A text that is too long names no asset and no method, which
+/// the checks report.
 std::string store(Recordset& errors, std::string_view field, const std::string& text) {
-  if (text.empty()) return {};
   try {
     errors.set(field, text);
-    return {};
   } catch (const ProviderError& error) {
-    return error.number() == provider_number::kTypeMismatch ? error.description() : std::string();
+    if (error.number() == provider_number::kTypeMismatch) return error.description();
+    if (error.number() != provider_number::kDataOverflow) throw;
   }
+  return {};
 }
 
-constexpr std::size_t kDescriptionSize = 100;
+/// The description as the error table can hold it.
+std::string firstCharacters(const std::string& text, std::size_t most) {
+  std::size_t end = 0;
+  for (std::size_t characters = 0; end < text.size(); ++end) {
+    const bool isFirstByte = (static_cast<unsigned char>(text[end]) & 0xC0) != 0x80;
+    if (isFirstByte && characters++ == most) break;
+  }
+  return text.substr(0, end);
+}
 
 void describe(Recordset& errors, const std::string& text) {
   errors.set("ErrorCode", "E");
-  errors.set("ErrorDesc", text.substr(0, kDescriptionSize));
+  errors.set("ErrorDesc", firstCharacters(text, kDescriptionSize));
 }
+
+std::string joinedWithTabs(const std::vector<std::string>& cells) {
+  std::string line;
+  for (const std::string& cell : cells) {
+    if (&cell != &cells.front()) line += '\t';
+    line += cell;
+  }
+  return line;
+}
+
+void findAsset(Recordset& assets, const std::string& id) { assets.filter("Assetid=" + sqlQuote(id)); }
 
 }  // namespace
 
-BulkUpdateRun::BulkUpdateRun(const BulkUpdate& update, Connection& connection, std::function<void()> rowDone)
+BulkUpdateRun::BulkUpdateRun(const BulkUpdate& update, Connection& connection, std::function<bool()> rowDone)
     : update_(update), connection_(connection), rowDone_(std::move(rowDone)) {}
 
-std::string BulkUpdateRun::tableQuery() const { return "Select * from " + std::string(update_.errorTable); }
-
 BulkUpdateRun::Positions BulkUpdateRun::positionsIn(const Sheet& sheet) const {
-  Positions positions{.assetId = columnNamed(sheet, kIdColumn), .columns = {}};
-  for (std::string_view name : update_.columns) positions.columns.push_back(columnNamed(sheet, name));
+  const std::vector<std::string> names = headerNames(sheet);
+  Positions positions{.assetId = columnNamed(names, kIdColumn), .columns = {}};
+  for (const UpdateColumn& column : update_.columns) positions.columns.push_back(columnNamed(names, column.name));
   return positions;
 }
 
-int BulkUpdateRun::check(const Sheet& sheet) {
-  const Positions positions = positionsIn(sheet);
+std::optional<int> BulkUpdateRun::check(const Sheet& sheet) {
+  const std::string table(update_.errorTable);
   const auto assets = connection_.open("Select * from Asset", CursorKind::kKeyset, LockKind::kPessimistic);
-  connection_.execute("delete from " + std::string(update_.errorTable));
-  const auto errors = connection_.open(tableQuery(), CursorKind::kKeyset, LockKind::kPessimistic);
+  connection_.execute("delete from " + table);
+  const auto errors = connection_.open("Select * from " + table, CursorKind::kKeyset, LockKind::kPessimistic);
+  for (const FieldInfo& field : errors->fields()) fieldNames_.push_back(field.name);
+  const Positions positions = positionsIn(sheet);
   int count = 0;
-  for (int index = 1; index < sheet.rowCount(); ++index) {
-    UpdateRow row{.assetId = std::string(trim(sheet.text(index, positions.assetId))), .asset = *assets};
-    for (int column : positions.columns) row.cells.emplace_back(trim(sheet.text(index, column)));
-    count += checkRow(row, *errors);
-    rowDone_();
+  const int last = filledRows(sheet, 1);
+  for (int index = 1; index <= last; ++index) {
+    std::vector<std::string> texts{sheet.text(index, positions.assetId)};
+    for (const int column : positions.columns) texts.push_back(sheet.text(index, column));
+    count += checkRow(texts, {.assets = *assets, .errors = *errors});
+    if (!rowDone_()) return std::nullopt;
   }
   return count;
 }
 
-int BulkUpdateRun::checkRow(UpdateRow& row, Recordset& errors) const {
-  errors.addNew();
+/// Stores the texts in their fields and reads the values back. Returns the number of texts that are none.
+int BulkUpdateRun::recordValues(const std::vector<std::string>& texts, UpdateRow& row, Recordset& errors) const {
   int count = 0;
-  const auto fail = [&](const std::string& text) {
+  for (std::size_t index = 0; index < update_.columns.size(); ++index) {
+    const UpdateColumn& column = update_.columns[index];
+    const std::string& text = texts[index + 1];
+    if (!text.empty() || !column.mayBeBlank) {
+      const std::string fault = store(errors, column.name, text);
+      if (!fault.empty()) {
+        describe(errors, fault);
+        ++count;
+      }
+    }
+    row.values.push_back(errors.get(column.name));
+  }
+  return count;
+}
+
+int BulkUpdateRun::checkRow(const std::vector<std::string>& texts, Tables tables) {
+  auto& [assets, errors] = tables;
+  UpdateRow row{.assetId = std::string(trim(texts[0])), .values = {}};
+  errors.addNew();
+  errors.set("ErrorCode", "");
+  if (!row.assetId.empty()) store(errors, "AssetId", row.assetId);
+  int count = recordValues(texts, row, errors);
+  const auto fail = [&, &errors = errors](const std::string& text) {
     describe(errors, text);
     ++count;
   };
-  errors.set("ErrorCode", "");
-  if (!row.assetId.empty()) store(errors, "AssetId", row.assetId);
-  for (std::size_t column = 0; column < update_.columns.size(); ++column) {
-    const std::string fault = store(errors, update_.columns[column], row.cells[column]);
-    if (!fault.empty()) fail(fault);
-  }
-  row.asset.filter("Assetid=" + sqlQuote(row.assetId));
+  findAsset(assets, row.assetId);
   if (row.assetId.empty()) {
-    fail("Assetid is blank and cannot be converted.");
-  } else if (row.asset.eof()) {
+    fail(noValueText("AssetId"));
+  } else if (assets.eof()) {
     fail("Asset Id : " + row.assetId + " does not exist in ORVA.");
-  } else if (count == 0) {
+  } else {
     for (const UpdateCheck& check : update_.checks) {
-      if (check.fails(row)) fail(std::string(check.text));
+      if (check.fails(row, assets)) fail(std::string(check.text));
     }
   }
+  std::vector<std::string> cells;
+  for (const std::string& field : fieldNames_) cells.push_back(nullToText(errors.get(field)));
   errors.update();
+  rows_.push_back({std::move(row), std::move(cells)});
   return count;
 }
 
-int BulkUpdateRun::apply() {
+void BulkUpdateRun::apply() {
   const auto assets = connection_.open("Select * from Asset", CursorKind::kKeyset, LockKind::kPessimistic);
-  const auto errors = connection_.open(tableQuery());
-  int count = 0;
-  for (; !errors->eof(); errors->moveNext()) {
-    assets->filter("Assetid=" + sqlQuote(nullToText(errors->get("AssetId"))));
+  for (const Recorded& recorded : rows_) {
+    findAsset(*assets, recorded.row.assetId);
     if (assets->eof()) continue;
-    update_.apply(*assets, *errors);
+    update_.apply(*assets, recorded.row);
     assets->update();
-    ++count;
+    ++updatedCount_;
     rowDone_();
   }
-  return count;
 }
 
-std::vector<std::string> BulkUpdateRun::errorFileLines() {
-  const auto errors = connection_.open(tableQuery());
-  const std::vector<FieldInfo> fields = errors->fields();
-  std::vector<std::string> lines(1);
-  for (const FieldInfo& field : fields) {
-    if (&field != &fields.front()) lines[0] += '\t';
-    lines[0] += field.name;
-  }
-  for (; !errors->eof(); errors->moveNext()) {
-    std::string line;
-    for (const FieldInfo& field : fields) {
-      if (&field != &fields.front()) line += '\t';
-      line += nullToText(errors->get(field.name));
-    }
-    lines.push_back(std::move(line));
-  }
+std::vector<std::string> BulkUpdateRun::errorFileLines() const {
+  std::vector<std::string> lines{joinedWithTabs(fieldNames_)};
+  for (const Recorded& recorded : rows_) lines.push_back(joinedWithTabs(recorded.cells));
   return lines;
 }
 

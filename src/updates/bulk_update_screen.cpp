@@ -2,57 +2,96 @@
 
 #include "platform/event_loop.h"
 #include "platform/files.h"
+#include "platform/values/text.h"
 #include "startup/shared_error_report.h"
 #include "updates/bulk_update_run.h"
 #include "wizard/error_workbook.h"
 #include "wizard/staging.h"
+#include "wizard/summary.h"
 
 namespace orva {
+namespace {
+
+/// Why a path cannot be the workbook; empty when it can.
+std::string_view pathFault(std::string_view path) {
+  path = trim(path);
+  if (path.empty()) return "Please select an excel file";
+  return equalsNoCase(extensionName(path), "xls") ? std::string_view() : "Please select only an Excel file";
+}
+
+}  // namespace
 
 BulkUpdateScreen::BulkUpdateScreen(const BulkUpdate& update, const Services& services, CompanyContext& company)
     : update_(update), services_(services), company_(company) {}
 
 void BulkUpdateScreen::btnBrowse_Click() {
+  if (isRunning_) return;
   const std::optional<std::string> path = services_.dialogs.openFile(
       {.title = "Select Excel File", .defaultPattern = "*.xls", .filter = "Excel(*.xls)|*.xls|All Files(*.*)|*.*"});
   if (path) txtExcel.setText(*path);
 }
 
 void BulkUpdateScreen::btnImport_Click() {
-  btnImport.setEnabled(false);
+  if (isRunning_) return;
+  isRunning_ = true;
+  for (Button* button : {&btnBrowse, &btnImport}) button->setEnabled(false);
+  errorCount_.reset();
+  updatedCount_ = 0;
   try {
     run();
   } catch (const std::exception& error) {
     reportError(services_.dialogs, error);
   }
-  btnImport.setEnabled(true);
+  for (Button* button : {&btnBrowse, &btnImport}) button->setEnabled(true);
+  isRunning_ = false;
+  if (closeRequested_) closeNow();
 }
 
-void BulkUpdateScreen::btnImportExit_Click() {
-  if (close_) close_();
+void BulkUpdateScreen::requestClose() {
+  closeRequested_ = true;
+  if (!isRunning_) closeNow();
 }
 
+void BulkUpdateScreen::closeNow() {
+  closeRequested_ = false;
+  const std::function<void()> close = close_;
+  if (close) close();  // the screen may be gone after this
+}
+
+/// 1. check the file  2. open the sheet  3. check and record the rows  4. update the assets or report
 void BulkUpdateScreen::run() {
-  errorCount_.reset();
-  updatedCount_ = 0;
-  if (const std::string_view fault = workbookPathFault(txtExcel.text()); !fault.empty()) {
-    return say(std::string(fault), MessageIcon::kInformation);
-  }
+  if (const std::string_view fault = pathFault(txtExcel.text()); !fault.empty()) return say(std::string(fault));
   reconnect(company_, services_);
-  const auto sheet = openAssetSheet(services_.workbooks, txtExcel.text());
-  BulkUpdateRun update(update_, *company_.connection, [this] { services_.eventLoop.yield(); });
-  errorCount_ = update.check(*sheet);
-  if (*errorCount_ == 0) {
-    updatedCount_ = update.apply();
-    return say(std::to_string(updatedCount_) + " - Records has been successfully Updated. ", MessageIcon::kInformation);
+  const auto sheet = openAssetSheet(services_.workbooks, std::string(trim(txtExcel.text())));
+  BulkUpdateRun update(update_, *company_.connection, [this] {
+    services_.eventLoop.yield();
+    return !closeRequested_;
+  });
+  const std::optional<int> errors = update.check(*sheet);
+  if (!errors) return say("The update was stopped. No asset was changed.");
+  if (*errors == 0) return apply(update);
+  errorCount_ = errors;
+  offerErrorFile(update);
+}
+
+void BulkUpdateScreen::apply(BulkUpdateRun& update) {
+  try {
+    update.apply();
+  } catch (const std::exception& error) {
+    updatedCount_ = update.updatedCount();
+    reportError(services_.dialogs, error);
+    if (updatedCount_ == 0) return;
+    return say(std::to_string(updatedCount_) + " of " + std::to_string(update.rowCount()) +
+               " rows were updated before the failure.");
   }
-  const Answer answer = services_.dialogs.show({.text = "Error found in " + std::to_string(*errorCount_) +
-                                                        " entries.\nError descriptions are given in the Error file.\n"
-                                                        "Do you want to open the error file?",
-                                                .title = "ORVA ExcelImport",
-                                                .icon = MessageIcon::kQuestion,
-                                                .buttons = MessageButtons::kYesNo});
-  if (answer == Answer::kYes) writeAndOpenExport(services_, company_.programFolder, update.errorFileLines());
+  errorCount_ = 0;
+  updatedCount_ = update.updatedCount();
+  say(std::to_string(updatedCount_) + " - Records has been successfully Updated. ");
+}
+
+void BulkUpdateScreen::offerErrorFile(const BulkUpdateRun& update) {
+  if (!asksForErrorFile(*errorCount_, services_.dialogs)) return;
+  writeAndOpenExport(services_, company_.programFolder, update.errorFileLines());
 }
 
 void BulkUpdateScreen::say(const std::string& text, MessageIcon icon) {

@@ -11,7 +11,10 @@
 
 namespace orva {
 
-/// The screen of a bulk update: a workbook, a run, a result. All or nothing.
+class BulkUpdateRun;
+
+/// The screen of a bulk update: a workbook, a run, a result. All or nothing. No handler throws: a failure ends
+/// the run with its message.
 class BulkUpdateScreen {
  public:
   BulkUpdateScreen(const BulkUpdate& update, const Services& services, CompanyContext& company);
@@ -27,18 +30,25 @@ class BulkUpdateScreen {
 
   void btnBrowse_Click();
   void btnImport_Click();
-  void btnImportExit_Click();
+  void btnImportExit_Click() { requestClose(); }
+  /// Closing the window. A run that still checks rows ends after the current one and changes no asset; one that
+  /// updates assets goes to its end. The screen closes afterwards.
+  void requestClose();
 
   std::string_view caption() const { return update_.caption; }
   void onClose(std::function<void()> close) { close_ = std::move(close); }
+  bool isRunning() const { return isRunning_; }
   /// Errors of the last run; nothing when it did not reach its end.
   std::optional<int> errorCount() const { return errorCount_; }
-  /// Assets that the last run updated.
+  /// Assets that the last run updated, also when it failed.
   int updatedCount() const { return updatedCount_; }
 
  private:
   void run();
-  void say(const std::string& text, MessageIcon icon);
+  void apply(BulkUpdateRun& update);
+  void offerErrorFile(const BulkUpdateRun& update);
+  void say(const std::string& text, MessageIcon icon = MessageIcon::kInformation);
+  void closeNow();
 
   const BulkUpdate& update_;
   const Services& services_;
@@ -46,18 +56,8 @@ class BulkUpdateScreen {
   std::function<void()> close_;
   std::optional<int> errorCount_;
   int updatedCount_ = 0;
-};
-
-class frmUpdateLEOD : public BulkUpdateScreen {
- public:
-  frmUpdateLEOD(const Services& services, CompanyContext& company)
-      : BulkUpdateScreen(leaseEndDateUpdate(), services, company) {}
-};
-
-class frmUpdateRateAndMethod : public BulkUpdateScreen {
- public:
-  frmUpdateRateAndMethod(const Services& services, CompanyContext& company)
-      : BulkUpdateScreen(rateAndMethodUpdate(), services, company) {}
+  bool isRunning_ = false;
+  bool closeRequested_ = false;
 };
 
 }  // namespace orva

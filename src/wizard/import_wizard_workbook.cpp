@@ -163,7 +163,7 @@ void ImportWizard::summarise() {
   showTotals();
   applyEnabling();
   if (!offersErrorFile(totals_) || totals_.backdatedAccepted) return;
-  if (asksForErrorFile(totals_, services_.dialogs)) openErrorWorkbook();
+  if (asksForErrorFile(totals_.errors, services_.dialogs)) openErrorWorkbook();
 }
 
 void ImportWizard::showTotals() {

@@ -56,13 +56,6 @@ bool isBlankRow(const Sheet& sheet, int row) {
   return true;
 }
 
-/// Rows from `first` to the last that is not wholly blank.
-int filledRows(const Sheet& sheet, int first) {
-  int row = sheet.rowCount() - 1;
-  while (row >= first && isBlankRow(sheet, row)) --row;
-  return std::max(row - first + 1, 0);
-}
-
 std::int64_t unitsIn(const std::string& quantity) {
   const std::string_view whole = trim(quantity);
   std::int64_t units = 0;
@@ -132,6 +125,12 @@ class Copier {
 std::string_view workbookPathFault(std::string_view path) {
   if (trim(path).empty()) return "Please select an excel file";
   return endsWithNoCase(trim(path), "xls") ? std::string_view() : "Please select only an Excel file";
+}
+
+int filledRows(const Sheet& sheet, int first) {
+  int row = sheet.rowCount() - 1;
+  while (row >= first && isBlankRow(sheet, row)) --row;
+  return std::max(row - first + 1, 0);
 }
 
 std::unique_ptr<Sheet> openSheet(Workbooks& workbooks, const std::string& path, const WorkbookSheet& sheet) {

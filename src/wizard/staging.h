@@ -38,6 +38,9 @@ inline std::unique_ptr<Sheet> openAssetSheet(Workbooks& workbooks, const std::st
   return openSheet(workbooks, path, kAssetSheet);
 }
 
+/// Number of rows from `first` to the last that is not wholly blank.
+int filledRows(const Sheet& sheet, int first);
+
 /// What is copied from the sheet.
 struct StagingOrder {
   const Catalogue& catalogue;

@@ -30,9 +30,9 @@ RunTotals totalsOf(const Findings& findings, int records, bool backdatedTicked, 
 
 bool offersErrorFile(const RunTotals& totals) { return totals.errors > 0 || totals.backdated > 0; }
 
-bool asksForErrorFile(const RunTotals& totals, Dialogs& dialogs) {
+bool asksForErrorFile(int errors, Dialogs& dialogs) {
   return asks(dialogs,
-              "Error found in " + std::to_string(totals.errors) +
+              "Error found in " + std::to_string(errors) +
                   " entries.\nError descriptions are given in the Error file.\nDo you want to open the error file?",
               MessageIcon::kQuestion);
 }

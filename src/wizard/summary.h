@@ -14,6 +14,6 @@ RunTotals totalsOf(const Findings& findings, int records, bool backdatedTicked, 
 bool offersErrorFile(const RunTotals& totals);
 
 /// Asks whether the error file is to be opened.
-bool asksForErrorFile(const RunTotals& totals, Dialogs& dialogs);
+bool asksForErrorFile(int errors, Dialogs& dialogs);
 
 }  // namespace orva

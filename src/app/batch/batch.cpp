@@ -42,6 +42,8 @@ class CommandLine {
     addDelete();
     addFields();
     addImport();
+    addMasters();
+    addMastersFrom();
     addUpdate("update-leod", "Set lease end dates of existing assets", leaseEndDateUpdate());
     addUpdate("update-rate-method", "Set overriding rates and methods of existing assets", rateAndMethodUpdate());
     addSql();
@@ -92,16 +94,39 @@ class CommandLine {
                       [this](Session& session) { return runFields(session, fields_); }),
               fields_);
   }
+  static void addReports(CLI::App& app, ReportOptions& reports) {
+    app.add_flag("--validate-only", reports.validateOnly, "Post nothing");
+    app.add_option("--results", reports.resultsFile, "Write the results grid to this file");
+    app.add_option("--marks", reports.marksFile, "Write the coloured cells to this file");
+  }
   void addImport() {
     CLI::App& app = command("import", "Validate a workbook and post its rows",
                             [this](Session& session) { return runImport(session, import_); });
     addChoice(app, import_.choice);
     app.add_option("--fields", import_.fields, "all, present (default), or Excel names joined with \",\"");
-    app.add_flag("--validate-only", import_.validateOnly, "Post nothing");
     app.add_flag("--accept-backdated", import_.acceptBackdated, "Accept backdated entries");
-    app.add_option("--results", import_.resultsFile, "Write the results grid to this file");
-    app.add_option("--marks", import_.marksFile, "Write the coloured cells to this file");
+    addReports(app, import_.reports);
     app.add_option("WORKBOOK", import_.workbook, "Excel 97-2003 workbook with a sheet 'Asset'")->required();
+  }
+  static void addMaster(CLI::App& app, MasterOptions& master) {
+    app.add_option("--company", master.company, "Company code")->required();
+    app.add_option("--kind", master.kind, "department, cost-centre, location, user, vendor or misc")->required();
+    app.add_option("--misc-master", master.miscellaneousMaster, "Name of the miscellaneous master");
+  }
+  void addMasters() {
+    CLI::App& app = command("masters", "Validate a workbook of masters and post its rows",
+                            [this](Session& session) { return runMasters(session, masters_); });
+    addMaster(app, masters_.master);
+    addReports(app, masters_.reports);
+    app.add_option("WORKBOOK", masters_.workbook, "Excel 97-2003 workbook with a sheet 'Master'")->required();
+  }
+  void addMastersFrom() {
+    CLI::App& app =
+        command("masters-from", "List the masters that an asset workbook lacks and write them as a master workbook",
+                [this](Session& session) { return runMastersFrom(session, mastersFrom_); });
+    addMaster(app, mastersFrom_.master);
+    app.add_option("--out", mastersFrom_.out, "The master workbook to be written")->required();
+    app.add_option("WORKBOOK", mastersFrom_.workbook, "Excel 97-2003 workbook with a sheet 'Asset'")->required();
   }
   void addUpdate(const char* name, const char* help, const BulkUpdate& update) {
     CLI::App& app =
@@ -122,6 +147,8 @@ class CommandLine {
   DeleteOptions delete_;
   ImportChoice fields_;
   ImportOptions import_;
+  MasterImportOptions masters_;
+  MastersFromOptions mastersFrom_;
   UpdateOptions update_;
   SqlOptions sql_;
   std::function<Exit(Session&)> chosen_;

@@ -30,14 +30,41 @@ struct ImportChoice {
   Selection ticks = {};
 };
 
+/// What a wizard's run writes beside the totals.
+struct ReportOptions {
+  bool validateOnly = false;
+  std::string resultsFile = {};
+  std::string marksFile = {};
+};
+
 struct ImportOptions {
   ImportChoice choice;
   /// "all", "present", or Excel names joined with ",".
   std::string fields = "present";
-  bool validateOnly = false;
   bool acceptBackdated = false;
-  std::string resultsFile = {};
-  std::string marksFile = {};
+  ReportOptions reports = {};
+  std::string workbook = {};
+};
+
+/// Which master of which company.
+struct MasterOptions {
+  std::string company;
+  std::string kind;
+  /// Name of the miscellaneous master; may stay empty where the company has only one.
+  std::string miscellaneousMaster = {};
+};
+
+struct MasterImportOptions {
+  MasterOptions master;
+  ReportOptions reports = {};
+  std::string workbook = {};
+};
+
+struct MastersFromOptions {
+  MasterOptions master;
+  /// The master workbook to be written.
+  std::string out = {};
+  /// The asset workbook.
   std::string workbook = {};
 };
 
@@ -62,6 +89,8 @@ Exit runNew(Session& session, const NewOptions& options);
 Exit runDelete(Session& session, const DeleteOptions& options);
 Exit runFields(Session& session, const ImportChoice& choice);
 Exit runImport(Session& session, const ImportOptions& options);
+Exit runMasters(Session& session, const MasterImportOptions& options);
+Exit runMastersFrom(Session& session, const MastersFromOptions& options);
 Exit runUpdate(Session& session, const BulkUpdate& update, const UpdateOptions& options);
 Exit runSql(Session& session, const SqlOptions& options);
 

@@ -12,10 +12,10 @@ namespace {
 
 /// Names in the header row of the sheet. None when the workbook cannot be read: reading it
 /// for the import tells why.
-std::vector<std::string> headerNames(Session& session, const std::string& workbook) {
+std::vector<std::string> headerNames(Session& session, const std::string& workbook, std::string_view sheetName) {
   std::vector<std::string> names;
   try {
-    const auto sheet = session.services().workbooks.openSheet(workbook, "Asset", HeaderRow::kYes);
+    const auto sheet = session.services().workbooks.openSheet(workbook, sheetName, HeaderRow::kYes);
     for (int column = 0; column < sheet->columnCount(); ++column) names.push_back(sheet->columnName(column));
   } catch (const WorkbookError&) {
     names.clear();
@@ -66,9 +66,22 @@ bool areKnown(Session& session, const frmImport& screen, const std::vector<std::
 
 }  // namespace
 
+void untickAbsent(Session& session, ImportWizard& screen, const std::string& workbook, std::string_view sheet) {
+  const std::vector<std::string> names = headerNames(session, workbook, sheet);
+  if (names.empty()) return;
+  std::string absent;
+  for (std::size_t index = 0; index < screen.catalogue().size(); ++index) {
+    const FieldRow& field = screen.catalogue()[index];
+    if (field.requirement != Requirement::kOptional || contains(names, field.excelName)) continue;
+    absent += (absent.empty() ? "" : ", ") + field.excelName;
+    screen.lstFields_ItemCheck(static_cast<int>(index), false);
+  }
+  if (!absent.empty()) session.tell("Not in the workbook and not imported: " + absent);
+}
+
 bool chooseFields(Session& session, frmImport& screen, const ImportOptions& options) {
   if (options.fields == "present") {
-    tickPresent(screen, headerNames(session, options.workbook));
+    tickPresent(screen, headerNames(session, options.workbook, "Asset"));
     return true;
   }
   if (options.fields == "all") {

@@ -12,7 +12,9 @@ Session::Session(const Streams& streams, const std::string& programFolder)
       eventLoop_(wiring_.clock()),
       services_(wiring_.with(dialogs_, shell_, eventLoop_)),
       entry_(services_, company_,
-             {.showTransactionImport = [this] { importOpened_ = true; }, .showMasterImport = {}, .endProgram = {}}) {
+             {.showTransactionImport = [this] { importOpened_ = true; },
+              .showMasterImport = [this] { importOpened_ = true; },
+              .endProgram = {}}) {
   company_.programFolder = programFolder;
 }
 
@@ -27,8 +29,10 @@ bool Session::load(bool wholeList) {
   return !wholeList || failures == 0;
 }
 
-bool Session::open(const std::string& code) {
+bool Session::open(const std::string& code, ImportScreen screen) {
   if (!load()) return false;
+  entry_.optTransaction.setValue(screen == ImportScreen::kTransaction);
+  entry_.optMaster.setValue(screen == ImportScreen::kMaster);
   entry_.cmbCocode.setText(code);
   entry_.cmdOpen_Click();
   return importOpened_;

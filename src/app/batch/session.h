@@ -15,6 +15,9 @@
 
 namespace orva {
 
+/// Which import a company is opened for.
+enum class ImportScreen { kTransaction, kMaster };
+
 /// One unattended run: the services with a console in place of windows, and the start screen
 /// on the program folder.
 class Session {
@@ -26,8 +29,8 @@ class Session {
   /// Runs start-up. False when the program folder is not usable or, with `wholeList`, when a
   /// company could not be listed; the user was told.
   bool load(bool wholeList = false);
-  /// Presses "Open" for a company. False when no import screen opened; the user was told.
-  bool open(const std::string& code);
+  /// Chooses the screen and presses "Open" for a company. False when no import screen opened; the user was told.
+  bool open(const std::string& code, ImportScreen screen = ImportScreen::kTransaction);
   /// Says something in the manner of a message box.
   void tell(std::string_view text);
 

@@ -7,6 +7,7 @@ Exit runUpdate(Session& session, const BulkUpdate& update, const UpdateOptions& 
   if (!session.open(options.company)) return Exit::kFailed;
   session.dialogs().setAnswerRule([](const Message&) { return Answer::kYes; });
   BulkUpdateScreen screen(update, session.services(), session.company());
+  session.eventLoop().onInterrupt([&] { screen.requestClose(); });
   screen.txtExcel.setText(options.workbook);
   screen.btnImport_Click();
   if (!screen.errorCount()) return Exit::kFailed;
