@@ -9,7 +9,7 @@ namespace orva {
 /// The checks of each master in the order in which they run.
 std::span<const MasterRule> departmentRules();
 std::span<const MasterRule> costCentreRules();
-std::span<const MasterRule> locationRules();
+std::span<const MasterRule> locationMasterRules();
 std::span<const MasterRule> userRules();
 std::span<const MasterRule> vendorRules();
 std::span<const MasterRule> miscellaneousRules();

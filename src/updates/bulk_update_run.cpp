@@ -38,7 +38,7 @@ void describe(Recordset& errors, const std::string& text) {
 
 }  // namespace
 
-BulkUpdateRun::BulkUpdateRun(const BulkUpdate& update, Connection& connection, std::function<void()> rowDone)
+BulkUpdateRun::BulkUpdateRun(const BulkUpdate& update, Connection& connection, std::function<bool()> rowDone)
     : update_(update), connection_(connection), rowDone_(std::move(rowDone)) {}
 
 std::string BulkUpdateRun::tableQuery() const { return "Select * from " + std::string(update_.errorTable); }
@@ -49,7 +49,7 @@ BulkUpdateRun::Positions BulkUpdateRun::positionsIn(const Sheet& sheet) const {
   return positions;
 }
 
-int BulkUpdateRun::check(const Sheet& sheet) {
+std::optional<int> BulkUpdateRun::check(const Sheet& sheet) {
   const Positions positions = positionsIn(sheet);
   const auto assets = connection_.open("Select * from Asset", CursorKind::kKeyset, LockKind::kPessimistic);
   connection_.execute("delete from " + std::string(update_.errorTable));
@@ -59,7 +59,7 @@ int BulkUpdateRun::check(const Sheet& sheet) {
     UpdateRow row{.assetId = std::string(trim(sheet.text(index, positions.assetId))), .asset = *assets};
     for (int column : positions.columns) row.cells.emplace_back(trim(sheet.text(index, column)));
     count += checkRow(row, *errors);
-    rowDone_();
+    if (!rowDone_()) return std::nullopt;
   }
   return count;
 }

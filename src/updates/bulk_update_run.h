@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,13 +15,13 @@ namespace orva {
 /// change only when no check failed.
 class BulkUpdateRun {
  public:
-  /// `rowDone` is called after each row, so that the screen stays alive.
-  BulkUpdateRun(const BulkUpdate& update, Connection& connection, std::function<void()> rowDone);
+  /// `rowDone` is called after each row, so that the screen stays alive; checking ends when it gives false.
+  BulkUpdateRun(const BulkUpdate& update, Connection& connection, std::function<bool()> rowDone);
 
   /// Empties the error table and records every row of the sheet, whose first row gives the column names.
-  /// Returns the number of errors. Throws `ProviderError`, and `std::runtime_error` for a sheet
-  /// without the columns.
-  int check(const Sheet& sheet);
+  /// Returns the number of errors; nothing when it was ended. Throws `ProviderError`, and `std::runtime_error` for a
+  /// sheet without the columns.
+  std::optional<int> check(const Sheet& sheet);
   /// Writes the rows of the error table to their assets; returns how many assets were updated.
   int apply();
   /// The error table as tab-separated lines, field names first.
@@ -38,7 +39,7 @@ class BulkUpdateRun {
 
   const BulkUpdate& update_;
   Connection& connection_;
-  std::function<void()> rowDone_;
+  std::function<bool()> rowDone_;
 };
 
 }  // namespace orva

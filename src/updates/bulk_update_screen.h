@@ -2,12 +2,14 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "platform/controls.h"
 #include "platform/dialogs.h"
 #include "platform/services.h"
 #include "startup/company_context.h"
 #include "updates/bulk_update.h"
+#include "wizard/progress.h"
 
 namespace orva {
 
@@ -19,15 +21,23 @@ class BulkUpdateScreen {
   BulkUpdateScreen& operator=(const BulkUpdateScreen&) = delete;
   virtual ~BulkUpdateScreen() = default;
 
+  /// Which columns the workbook must carry.
+  Label lblColumns{"lblColumns"};
   Label lblExcel{"lblExcel", "Select the excel file"};
   TextBox txtExcel{"txtExcel"};
   Button btnBrowse{"btnBrowse", "&Browse"};
   Button btnImport{"btnImport", "&Import"};
   Button btnImportExit{"btnImportExit", "E&xit"};
+  Label lblStatus{"lblStatus"};
+  Label lblCurrentStatus{"lblCurrentStatus"};
+  ProgressBar ProgressBar1{"ProgressBar1"};
 
   void btnBrowse_Click();
   void btnImport_Click();
-  void btnImportExit_Click();
+  void btnImportExit_Click() { requestClose(); }
+  /// Closing the window. A run that still checks rows ends after the current one and changes no asset; one that
+  /// updates assets goes to its end. The screen closes afterwards.
+  void requestClose();
 
   std::string_view caption() const { return update_.caption; }
   void onClose(std::function<void()> close) { close_ = std::move(close); }
@@ -38,7 +48,9 @@ class BulkUpdateScreen {
 
  private:
   void run();
+  bool rowDone();
   void say(const std::string& text, MessageIcon icon);
+  void closeNow();
 
   const BulkUpdate& update_;
   const Services& services_;
@@ -46,6 +58,10 @@ class BulkUpdateScreen {
   std::function<void()> close_;
   std::optional<int> errorCount_;
   int updatedCount_ = 0;
+  RunProgress progress_{{lblStatus, lblCurrentStatus, ProgressBar1, services_.eventLoop}};
+  int rowsDone_ = 0;
+  bool isRunning_ = false;
+  bool closeRequested_ = false;
 };
 
 class frmUpdateLEOD : public BulkUpdateScreen {

@@ -163,7 +163,7 @@ void bind(ScreenRefresh& refresh, ListView& list, QTreeView* widget,
   auto* sharing = new ColumnSharing(list, widget);
   refresh.watch(list, widget, [&list, widget, model, sharing] {
     if (model->refresh()) sharing->share();
-    widget->setEnabled(list.enabled());
+    showState(list, widget);
   });
 }
 
@@ -182,7 +182,7 @@ void bind(ScreenRefresh& refresh, FlexGrid& grid, QTableView* widget, FlexGridHa
       shown = grid.shownRow();
       widget->scrollTo(model->index(model->viewRow(shown), 0));
     }
-    widget->setEnabled(grid.enabled());
+    showState(grid, widget);
   });
 }
 
