@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QTableView>
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <map>
 #include <vector>
@@ -16,7 +17,6 @@
 #include "app/wiring.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_dialogs.h"
-#include "platform/files.h"
 #include "platform/qt/look.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/text.h"
@@ -25,7 +25,13 @@
 namespace orva {
 namespace {
 
-/// The picture in its 256 most frequent colours, which takes a quarter of the space; a window has few.
+bool isNear(QRgb a, QRgb b) {
+  const int distance = std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) + std::abs(qBlue(a) - qBlue(b));
+  return distance < 24;
+}
+
+/// The picture in at most 256 colours, which takes a quarter of the space. The most frequent colours come
+/// first, and one that is near to them stands back for one that is rare but different.
 QImage withPalette(const QImage& picture) {
   std::map<QRgb, int> counts;
   for (int y = 0; y < picture.height(); ++y) {
@@ -34,9 +40,13 @@ QImage withPalette(const QImage& picture) {
   std::vector<std::pair<int, QRgb>> colours;
   for (const auto& [colour, count] : counts) colours.emplace_back(-count, colour);
   std::sort(colours.begin(), colours.end());
-  colours.resize(std::min<std::size_t>(colours.size(), 256));
+  constexpr std::size_t kExact = 24;
   QList<QRgb> palette;
-  for (const auto& [count, colour] : colours) palette.append(colour);
+  for (std::size_t index = 0; index < colours.size() && palette.size() < 256; ++index) {
+    const QRgb colour = colours[index].second;
+    const auto near = [colour](QRgb other) { return isNear(colour, other); };
+    if (index < kExact || std::none_of(palette.begin(), palette.end(), near)) palette.append(colour);
+  }
   return picture.convertToFormat(QImage::Format_Indexed8, palette, Qt::ThresholdDither);
 }
 
@@ -139,7 +149,7 @@ void photographImport(Stage& stage) {
 }
 
 void photographMasters(Stage& stage) {
-  const std::string workbook = joinPath(stage.job.programFolder, "vendors.xls");
+  const std::string workbook = stage.job.programFolder + "/vendors.xls";
   stage.services.workbooks.write(
       workbook, "Master",
       {cells({"VendorCode", "VendorName", "City", "PAN"}), cells({"0101", "Deccan Hydraulics", "Pune", "AAACD1234E"}),
@@ -166,7 +176,7 @@ void photographMasters(Stage& stage) {
 void photographLeaseEnds(Stage& stage) {
   frmUpdateLEOD screen(stage.services, stage.company);
   BulkUpdateWindow window(screen, nullptr);
-  screen.txtExcel.setText(joinPath(stage.job.programFolder, "lease-end-dates.xls"));
+  screen.txtExcel.setText(stage.job.programFolder + "/lease-end-dates.xls");
   stage.photographer.open(window);
   stage.photographer.take(window, "lease-end-update");
 }

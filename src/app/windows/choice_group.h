@@ -9,7 +9,7 @@ namespace orva {
 class ChoiceGroup {
  public:
   explicit ChoiceGroup(const QString& title) : box_(new QGroupBox(title)), column_(new QVBoxLayout(box_)) {
-    column_->setSpacing(5);
+    column_->setSpacing(3);
   }
 
   QGroupBox* box() const { return box_; }

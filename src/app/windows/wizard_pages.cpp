@@ -85,9 +85,10 @@ QWidget* WizardPages::results() const {
   message->setPalette(palette);
   auto* counted = new QVBoxLayout;
   counted->setSpacing(8);
-  counted->addWidget(totals());
-  counted->addWidget(legend());
+  // The count of warnings follows in the status line below.
   counted->addStretch(1);
+  counted->addWidget(legend());
+  counted->addWidget(totals());
   auto* below = new QHBoxLayout;
   below->setSpacing(24);
   below->addLayout(counted);
@@ -139,7 +140,9 @@ QWidget* WizardPages::unknownMasters() const {
   column->setSpacing(3);
   auto* label = new QLabel;
   auto* list = new QListWidget;
-  list->setUniformItemSizes(true);
+  // Nothing is cut: long names scroll, and a long list is laid out piece by piece.
+  list->setTextElideMode(Qt::ElideNone);
+  list->setLayoutMode(QListView::Batched);
   list->setMaximumHeight(list->fontMetrics().height() * 6);
   list->setMinimumHeight(list->fontMetrics().height() * 4);
   label->setBuddy(list);

@@ -24,7 +24,7 @@ constexpr int kTitleBar = 40;
 WizardWindow::WizardWindow(ImportWizard& screen, const QString& title, const MakeSelection& makeSelection)
     : screen_(screen) {
   setWindowTitle(title);
-  setMinimumSize(880, 540);
+  setMinimumSize(1020, 600);
   const QSize room = QGuiApplication::primaryScreen()->availableSize();
   resize(std::min(1120, room.width()), std::min(780, room.height() - kTitleBar));
   const WizardPages maker{.screen = screen_, .refresh = refresh_};
@@ -46,7 +46,7 @@ WizardWindow::WizardWindow(ImportWizard& screen, const QString& title, const Mak
   showStatusBar();
   const auto follow = [buttons, strip](int page) {
     buttons->setCurrentIndex(page);
-    strip->setVisible(page != static_cast<int>(WizardPage::kGuidelines));
+    strip->setVisible(page >= static_cast<int>(WizardPage::kResults));
   };
   QObject::connect(pages, &QStackedWidget::currentChanged, this, follow);
   follow(pages->currentIndex());
@@ -55,7 +55,7 @@ WizardWindow::WizardWindow(ImportWizard& screen, const QString& title, const Mak
   pages->currentWidget()->setFocus();
 }
 
-/// Below the pages, because rows are read on one page, checked on the next and posted on the last.
+/// Below the pages, because rows are read and checked on one page and posted on the next.
 QWidget* WizardWindow::progressStrip() {
   auto* strip = new QWidget;
   auto* row = new QHBoxLayout(strip);
