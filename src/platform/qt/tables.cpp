@@ -27,6 +27,9 @@ class ColumnSharing : public QObject {
 
   /// To be called when the lines were exchanged.
   void measure() {
+    // Before the first showing, the fonts and the height of a line would be those of no style.
+    view_->ensurePolished();
+    view_->header()->ensurePolished();
     wanted_.clear();
     const int count = std::min(static_cast<int>(list_.columns().size()), view_->header()->count());
     for (int column = 0; column < count; ++column) wanted_.push_back(widthOf(column));
