@@ -55,7 +55,7 @@ const std::array<MasterKind, 6>& kinds() {
   static const std::array<MasterKind, 6> kKinds{{
       {MasterKindId::kDepartment, "optDept", "Departments", "department", departmentRules(), departmentPlan()},
       {MasterKindId::kCostCentre, "optCostCent", "Cost Centres", "cost-centre", costCentreRules(), costCentrePlan()},
-      {MasterKindId::kLocation, "optLocation", "Locations", "location", locationRules(), locationPlan()},
+      {MasterKindId::kLocation, "optLocation", "Locations", "location", locationMasterRules(), locationPlan()},
       {MasterKindId::kUser, "OptUser", "Users", "user", userRules(), userPlan()},
       {MasterKindId::kVendor, "optVender", "Vendors", "vendor", vendorRules(), vendorPlan()},
       {MasterKindId::kMiscellaneous, "optMisc", "Miscellaneous Masters", "misc", miscellaneousRules(),

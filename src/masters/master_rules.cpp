@@ -120,7 +120,7 @@ bool isLetter(char c) { return isCapital(c) || (c >= 'a' && c <= 'z'); }
 
 std::span<const MasterRule> departmentRules() { return kDepartmentRules; }
 std::span<const MasterRule> costCentreRules() { return kCostCentreRules; }
-std::span<const MasterRule> locationRules() { return kLocationRules; }
+std::span<const MasterRule> locationMasterRules() { return kLocationRules; }
 std::span<const MasterRule> userRules() { return kUserRules; }
 std::span<const MasterRule> vendorRules() { return kVendorRules; }
 std::span<const MasterRule> miscellaneousRules() { return kMiscellaneousRules; }

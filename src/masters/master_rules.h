@@ -11,7 +11,7 @@ inline constexpr std::string_view kExceedsMaximumLength = " exceeds its maximum 
 /// The checks of each master in the order in which they run.
 std::span<const MasterRule> departmentRules();
 std::span<const MasterRule> costCentreRules();
-std::span<const MasterRule> locationRules();
+std::span<const MasterRule> locationMasterRules();
 std::span<const MasterRule> userRules();
 std::span<const MasterRule> vendorRules();
 std::span<const MasterRule> miscellaneousRules();

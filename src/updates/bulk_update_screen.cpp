@@ -1,6 +1,5 @@
 #include "updates/bulk_update_screen.h"
 
-#include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/values/text.h"
 #include "startup/shared_error_report.h"
@@ -22,7 +21,12 @@ std::string_view pathFault(std::string_view path) {
 }  // namespace
 
 BulkUpdateScreen::BulkUpdateScreen(const BulkUpdate& update, const Services& services, CompanyContext& company)
-    : update_(update), services_(services), company_(company) {}
+    : update_(update), services_(services), company_(company) {
+  std::string columns = "The sheet 'Asset' of the workbook must carry the columns Assetid";
+  for (const UpdateColumn& column : update_.columns) columns += ", " + std::string(column.name);
+  lblColumns.setCaption(columns + ".");
+  ProgressBar1.setVisible(false);
+}
 
 void BulkUpdateScreen::btnBrowse_Click() {
   if (isRunning_) return;
@@ -40,6 +44,7 @@ void BulkUpdateScreen::btnImport_Click() {
   try {
     run();
   } catch (const std::exception& error) {
+    progress_.finish({});
     reportError(services_.dialogs, error);
   }
   for (Button* button : {&btnBrowse, &btnImport}) button->setEnabled(true);
@@ -50,6 +55,11 @@ void BulkUpdateScreen::btnImport_Click() {
 void BulkUpdateScreen::requestClose() {
   closeRequested_ = true;
   if (!isRunning_) closeNow();
+}
+
+bool BulkUpdateScreen::rowDone() {
+  progress_.rowDone(++rowsDone_);
+  return !closeRequested_;
 }
 
 void BulkUpdateScreen::closeNow() {
@@ -63,11 +73,11 @@ void BulkUpdateScreen::run() {
   if (const std::string_view fault = pathFault(txtExcel.text()); !fault.empty()) return say(std::string(fault));
   reconnect(company_, services_);
   const auto sheet = openAssetSheet(services_.workbooks, std::string(trim(txtExcel.text())));
-  BulkUpdateRun update(update_, *company_.connection, [this] {
-    services_.eventLoop.yield();
-    return !closeRequested_;
-  });
+  BulkUpdateRun update(update_, *company_.connection, [this] { return rowDone(); });
+  rowsDone_ = 0;
+  progress_.begin("Validating data from Excel. Please Wait ......", filledRows(*sheet, 1));
   const std::optional<int> errors = update.check(*sheet);
+  progress_.finish("Finished validating data");
   if (!errors) return say("The update was stopped. No asset was changed.");
   if (*errors == 0) return apply(update);
   errorCount_ = errors;
@@ -75,15 +85,19 @@ void BulkUpdateScreen::run() {
 }
 
 void BulkUpdateScreen::apply(BulkUpdateRun& update) {
+  rowsDone_ = 0;
+  progress_.begin("Updating the assets. Please Wait ......", update.rowCount());
   try {
     update.apply();
   } catch (const std::exception& error) {
+    progress_.finish({});
     updatedCount_ = update.updatedCount();
     reportError(services_.dialogs, error);
     if (updatedCount_ == 0) return;
     return say(std::to_string(updatedCount_) + " of " + std::to_string(update.rowCount()) +
                " rows were updated before the failure.");
   }
+  progress_.finish({});
   errorCount_ = 0;
   updatedCount_ = update.updatedCount();
   say(std::to_string(updatedCount_) + " - Records has been successfully Updated. ");

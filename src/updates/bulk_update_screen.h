@@ -2,12 +2,14 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "platform/controls.h"
 #include "platform/dialogs.h"
 #include "platform/services.h"
 #include "startup/company_context.h"
 #include "updates/bulk_update.h"
+#include "wizard/progress.h"
 
 namespace orva {
 
@@ -22,11 +24,16 @@ class BulkUpdateScreen {
   BulkUpdateScreen& operator=(const BulkUpdateScreen&) = delete;
   virtual ~BulkUpdateScreen() = default;
 
+  /// Which columns the workbook must carry.
+  Label lblColumns{"lblColumns"};
   Label lblExcel{"lblExcel", "Select the excel file"};
   TextBox txtExcel{"txtExcel"};
   Button btnBrowse{"btnBrowse", "&Browse"};
   Button btnImport{"btnImport", "&Import"};
   Button btnImportExit{"btnImportExit", "E&xit"};
+  Label lblStatus{"lblStatus"};
+  Label lblCurrentStatus{"lblCurrentStatus"};
+  ProgressBar ProgressBar1{"ProgressBar1"};
 
   void btnBrowse_Click();
   void btnImport_Click();
@@ -47,6 +54,7 @@ class BulkUpdateScreen {
   void run();
   void apply(BulkUpdateRun& update);
   void offerErrorFile(const BulkUpdateRun& update);
+  bool rowDone();
   void say(const std::string& text, MessageIcon icon = MessageIcon::kInformation);
   void closeNow();
 
@@ -56,6 +64,8 @@ class BulkUpdateScreen {
   std::function<void()> close_;
   std::optional<int> errorCount_;
   int updatedCount_ = 0;
+  RunProgress progress_{{lblStatus, lblCurrentStatus, ProgressBar1, services_.eventLoop}};
+  int rowsDone_ = 0;
   bool isRunning_ = false;
   bool closeRequested_ = false;
 };

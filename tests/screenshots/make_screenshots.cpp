@@ -1,33 +1,71 @@
 // Takes the pictures of docs/images: the real windows over a real program folder, driven
-// through the same handlers as a user's clicks.
+// through the same handlers as a user's clicks. With ORVA_SMALLEST set, the windows have their smallest size.
 // Arguments: program folder, company code, workbook with mistakes, good workbook, folder for the pictures.
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QTableView>
+#include <algorithm>
+#include <cstdlib>
 #include <iostream>
+#include <map>
+#include <vector>
 
+#include "app/windows/bulk_update_window.h"
 #include "app/windows/entry_window.h"
 #include "app/windows/import_window.h"
+#include "app/windows/master_window.h"
 #include "app/wiring.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/fake_dialogs.h"
 #include "platform/qt/look.h"
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/text.h"
+#include "platform/workbook.h"
 
 namespace orva {
 namespace {
+
+bool isNear(QRgb a, QRgb b) {
+  const int distance = std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) + std::abs(qBlue(a) - qBlue(b));
+  return distance < 24;
+}
+
+/// The picture in at most 256 colours, which takes a quarter of the space. The most frequent colours come
+/// first, and one that is near to them stands back for one that is rare but different.
+QImage withPalette(const QImage& picture) {
+  std::map<QRgb, int> counts;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) ++counts[picture.pixel(x, y)];
+  }
+  std::vector<std::pair<int, QRgb>> colours;
+  for (const auto& [colour, count] : counts) colours.emplace_back(-count, colour);
+  std::sort(colours.begin(), colours.end());
+  constexpr std::size_t kExact = 24;
+  QList<QRgb> palette;
+  for (std::size_t index = 0; index < colours.size() && palette.size() < 256; ++index) {
+    const QRgb colour = colours[index].second;
+    const auto near = [colour](QRgb other) { return isNear(colour, other); };
+    if (index < kExact || std::none_of(palette.begin(), palette.end(), near)) palette.append(colour);
+  }
+  return picture.convertToFormat(QImage::Format_Indexed8, palette, Qt::ThresholdDither);
+}
 
 class Photographer {
  public:
   explicit Photographer(QString folder) : folder_(std::move(folder)) {}
 
+  void open(QWidget& window) {
+    if (qEnvironmentVariableIsSet("ORVA_SMALLEST")) window.resize(1, 1);
+    window.show();
+  }
+
   void take(QWidget& window, const QString& name) {
     // Two rounds: the first shows what changed, the second paints what the first laid out.
     for (int round = 0; round < 2; ++round) QCoreApplication::processEvents();
-    if (!window.grab().save(folder_ + '/' + name + ".png"))
+    const QImage picture = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    if (!withPalette(picture).save(folder_ + '/' + name + ".png", "PNG", 0)) {
       throw std::runtime_error("cannot write " + name.toStdString());
+    }
   }
 
  private:
@@ -42,69 +80,113 @@ struct Job {
   QString pictures;
 };
 
-void photographWizard(frmImport& screen, const Job& job, QSize size, Photographer& photographer) {
-  ImportWindow window(screen);
-  if (size.isValid()) window.resize(size);
-  window.show();
-  screen.Load();
-  photographer.take(window, "guidelines");
-  screen.cmdSkip_Click();
-  photographer.take(window, "selection");
+/// The windows of one run, with nobody before them: every question is answered Yes.
+struct Stage {
+  const Job& job;
+  Photographer photographer{job.pictures};
+  FakeDialogs dialogs = {};
+  FakeShell shell = {};
+  QtEventLoop eventLoop = {};
+  Wiring wiring = {};
+  Services services = wiring.with(dialogs, shell, eventLoop);
+  CompanyContext company = {};
+};
 
-  screen.txtExcel.setText(job.badWorkbook);
+std::vector<OutputCell> cells(const std::vector<std::string>& texts) {
+  std::vector<OutputCell> row;
+  for (const std::string& text : texts) row.push_back({CellKind::kText, text});
+  return row;
+}
+
+void openCompany(Stage& stage) {
+  bool opened = false;
+  stage.company.programFolder = stage.job.programFolder;
+  scrEntry entry(stage.services, stage.company,
+                 {.showTransactionImport = [&] { opened = true; }, .showMasterImport = {}, .endProgram = [] {}});
+  EntryWindow window(entry);
+  stage.photographer.open(window);
+  entry.Load();
+  entry.lstCompanies.setText(stage.job.company);
+  entry.lstCompanies_Click();
+  stage.photographer.take(window, "start");
+  entry.cmdOpen_Click();
+  if (!opened) throw std::runtime_error("company " + stage.job.company + " did not open");
+}
+
+void selectFirstError(const ImportWizard& screen, const QWidget& window) {
+  const std::vector<CellMark> marks = screen.marks();
+  if (marks.empty()) throw std::runtime_error("the workbook has no mistake");
+  QCoreApplication::processEvents();
+  auto* grid = window.findChild<QTableView*>("grid1");
+  grid->setCurrentIndex(grid->model()->index(marks.front().row - 1, marks.front().column));
+}
+
+void photographImport(Stage& stage) {
+  frmImport screen(stage.services, stage.company, stage.wiring.importKinds(),
+                   {.onClose = {}, .onUpdateLeod = [] {}, .onUpdateRateMethod = [] {}});
+  screen.Load();
+  ImportWindow window(screen);
+  stage.photographer.open(window);
+  stage.photographer.take(window, "guidelines");
+  screen.cmdSkip_Click();
+  screen.txtExcel.setText(stage.job.badWorkbook);
+  stage.photographer.take(window, "selection");
   screen.cmdSelectAll_Click();
-  photographer.take(window, "selection-missing-columns");
+  stage.photographer.take(window, "selection-missing-columns");
   screen.cmdSelectAll_Click();
   screen.cmdNext_Click(WizardPage::kSelection);
-  if (screen.page() == WizardPage::kSelection) return photographer.take(window, "header-not-found");
-  const std::vector<CellMark> marks = screen.marks();
-  if (!marks.empty()) {
-    QCoreApplication::processEvents();
-    auto* grid = window.findChild<QTableView*>("grid1");
-    grid->setCurrentIndex(grid->model()->index(marks.front().row - 1, marks.front().column));
-  }
-  photographer.take(window, "results-with-errors");
-  screen.CmdSelErrors_Click();
-  photographer.take(window, "only-errors");
+  selectFirstError(screen, window);
+  stage.photographer.take(window, "results");
 
   screen.cmdBack_Click(WizardPage::kResults);
-  screen.txtExcel.setText(job.goodWorkbook);
+  screen.txtExcel.setText(stage.job.goodWorkbook);
   screen.cmdNext_Click(WizardPage::kSelection);
-  photographer.take(window, "results");
   screen.cmdNext_Click(WizardPage::kResults);
+  stage.photographer.take(window, "finish");
   screen.cmdContinue_Click(WizardPage::kFinish);
-  photographer.take(window, "finish");
+  stage.photographer.take(window, "finished");
+  if (screen.rowsPosted() == 0) throw std::runtime_error("nothing was posted");
+}
+
+void photographMasters(Stage& stage) {
+  const std::string workbook = stage.job.programFolder + "/vendors.xls";
+  stage.services.workbooks.write(
+      workbook, "Master",
+      {cells({"VendorCode", "VendorName", "City", "PAN"}), cells({"0101", "Deccan Hydraulics", "Pune", "AAACD1234E"}),
+       cells({"0102", "", "Nashik", ""}), cells({"0103", "Konkan Power Tools", "Ratnagiri", "AAXCK12345"}),
+       cells({"0101", "Meridian Office Systems", "Mumbai", ""})});
+  frmMasterImport screen(stage.services, stage.company);
+  screen.Load();
+  MasterWindow window(screen);
+  stage.photographer.open(window);
+  screen.cmdSkip_Click();
+  screen.optMaster_Click(MasterKindId::kVendor);
+  screen.txtExcel.setText(workbook);
+  stage.photographer.take(window, "master-import");
+  for (const std::string_view absent : {"add1", "add2", "add3", "Pin", "vattin", "csttin"}) {
+    for (std::size_t line = 0; line < screen.catalogue().size(); ++line) {
+      if (screen.catalogue()[line].excelName == absent) screen.lstFields_ItemCheck(static_cast<int>(line), false);
+    }
+  }
+  screen.cmdNext_Click(WizardPage::kSelection);
+  selectFirstError(screen, window);
+  stage.photographer.take(window, "master-results");
+}
+
+void photographLeaseEnds(Stage& stage) {
+  frmUpdateLEOD screen(stage.services, stage.company);
+  BulkUpdateWindow window(screen, nullptr);
+  screen.txtExcel.setText(stage.job.programFolder + "/lease-end-dates.xls");
+  stage.photographer.open(window);
+  stage.photographer.take(window, "lease-end-update");
 }
 
 void run(const Job& job) {
-  Photographer photographer(job.pictures);
-  FakeDialogs dialogs;
-  FakeShell shell;
-  QtEventLoop eventLoop;
-  Wiring wiring;
-  const Services services = wiring.with(dialogs, shell, eventLoop);
-  CompanyContext company;
-  company.programFolder = job.programFolder;
-  bool opened = false;
-  scrEntry entry(services, company,
-                 {.showTransactionImport = [&] { opened = true; }, .showMasterImport = {}, .endProgram = [] {}});
-  entry.optMaster.setEnabled(false);
-  EntryWindow entryWindow(entry);
-  entryWindow.show();
-  photographer.take(entryWindow, "start-empty");
-  entry.Load();
-  photographer.take(entryWindow, "start");
-  entry.cmdNew_Click();
-  photographer.take(entryWindow, "start-new-company");
-  entry.cmdOpen_Click();
-  entry.lstCompanies.setText(job.company);
-  entry.lstCompanies_Click();
-  entry.cmdOpen_Click();
-  if (!opened) throw std::runtime_error("company " + job.company + " did not open");
-  frmImport screen(services, company, wiring.importKinds());
-  QSize size;
-  if (qEnvironmentVariableIsSet("ORVA_SMALLEST")) size = QSize(1, 1);
-  photographWizard(screen, job, size, photographer);
+  Stage stage{.job = job};
+  openCompany(stage);
+  photographImport(stage);
+  photographMasters(stage);
+  photographLeaseEnds(stage);
 }
 
 }  // namespace

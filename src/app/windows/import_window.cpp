@@ -1,99 +1,93 @@
 #include "app/windows/import_window.h"
 
-#include <QCloseEvent>
-#include <QGuiApplication>
+#include <QCheckBox>
+#include <QGroupBox>
 #include <QLabel>
-#include <QProgressBar>
-#include <QScreen>
-#include <QStackedWidget>
-#include <QStatusBar>
-#include <QVBoxLayout>
-#include <algorithm>
+#include <QPushButton>
+#include <QRadioButton>
 
-#include "app/windows/import_pages.h"
+#include "app/windows/choice_group.h"
 #include "platform/qt/bind.h"
 
 namespace orva {
 namespace {
 
-constexpr WizardPage kLaterPages[] = {WizardPage::kSelection, WizardPage::kResults, WizardPage::kFinish};
-/// Height that the desktop needs above a window.
-constexpr int kTitleBar = 40;
+QLabel* noteLabel() {
+  auto* label = new QLabel;
+  label->setWordWrap(true);
+  return label;
+}
+
+/// Makes what only the transaction wizard has on its selection page.
+struct ImportSelection {
+  frmImport& screen;
+  qt::ScreenRefresh& refresh;
+
+  SelectionParts make() const {
+    return {.choices = {kinds(), modes(), ticks()}, .note = note(), .commands = commands()};
+  }
+
+ private:
+  QWidget* kinds() const {
+    ChoiceGroup group("What to import");
+    for (const ImportKindNames& names : importKindNames()) {
+      const ImportKindId kind = names.id;
+      bind(refresh, screen.kindOption(kind), group.add(new QRadioButton),
+           [&form = screen, kind] { form.optKind_Click(kind); });
+    }
+    return group.box();
+  }
+
+  QWidget* modes() const {
+    ChoiceGroup group("Mode");
+    for (const AssetMode mode : {AssetMode::kAdd, AssetMode::kModifyByAssetId, AssetMode::kModifyByPhysicalId}) {
+      bind(refresh, screen.modeOption(mode), group.add(new QRadioButton),
+           [&form = screen, mode] { form.optMode_Click(mode); });
+    }
+    bind(refresh, screen.lblOverwrite, group.add(noteLabel()));
+    bind(refresh, screen.Frame1, group.box());
+    return group.box();
+  }
+
+  QWidget* ticks() const {
+    struct Row {
+      CheckBox* box = nullptr;
+      void (frmImport::*handler)() = nullptr;
+    };
+    const Row rows[] = {{.box = &screen.chkAutoCalcDepRate, .handler = &frmImport::chkAutoCalcDepRate_Click},
+                        {.box = &screen.ChkBackdate, .handler = &frmImport::ChkBackdate_Click},
+                        {.box = &screen.ChkLeaseHold, .handler = &frmImport::ChkLeaseHold_Click},
+                        {.box = &screen.chkMultAssetId, .handler = &frmImport::chkMultAssetId_Click},
+                        {.box = &screen.chkShiftedIn, .handler = &frmImport::chkShiftedIn_Click}};
+    ChoiceGroup group("Options");
+    for (const Row& row : rows) {
+      bind(refresh, *row.box, group.add(new QCheckBox), [&form = screen, handler = row.handler] { (form.*handler)(); });
+    }
+    bind(refresh, screen.cmdCalcLeaseDate, group.add(new QPushButton, Qt::AlignLeft),
+         [&form = screen] { form.cmdCalcLeaseDate_Click(); });
+    return group.box();
+  }
+
+  QWidget* note() const {
+    QLabel* label = noteLabel();
+    bind(refresh, screen.lblNote, label);
+    return label;
+  }
+
+  std::vector<QWidget*> commands() const {
+    auto* leaseEnd = new QPushButton;
+    auto* rateAndMethod = new QPushButton;
+    bind(refresh, screen.cmdUpdateLEOD, leaseEnd, [&form = screen] { form.cmdUpdateLEOD_Click(); });
+    bind(refresh, screen.cmdUpdateRateMethod, rateAndMethod, [&form = screen] { form.cmdUpdateRateMethod_Click(); });
+    return {leaseEnd, rateAndMethod};
+  }
+};
 
 }  // namespace
 
-ImportWindow::ImportWindow(frmImport& screen) : screen_(screen) {
-  setWindowTitle("ORVA Import");
-  setMinimumSize(880, 540);
-  const QSize room = QGuiApplication::primaryScreen()->availableSize();
-  resize(std::min(1120, room.width()), std::min(780, room.height() - kTitleBar));
-  const ImportPages maker{.screen = screen_, .refresh = refresh_};
-  auto* pages = new QStackedWidget;
-  auto* buttons = new QStackedWidget;
-  for (QWidget* page : {maker.guidelines(), maker.selection(), maker.results(), maker.finish()}) pages->addWidget(page);
-  buttons->addWidget(maker.guidelineButtons());
-  for (const WizardPage page : kLaterPages) buttons->addWidget(maker.buttons(page));
-  buttons->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  QWidget* strip = progressStrip();
-  auto* centre = new QWidget;
-  auto* column = new QVBoxLayout(centre);
-  column->setContentsMargins(16, 12, 16, 8);
-  column->addWidget(pages, 1);
-  column->addWidget(strip);
-  column->addWidget(buttons);
-  setCentralWidget(centre);
-  showStatusBar();
-  const auto follow = [buttons, strip](int page) {
-    buttons->setCurrentIndex(page);
-    strip->setVisible(page != static_cast<int>(WizardPage::kGuidelines));
-  };
-  QObject::connect(pages, &QStackedWidget::currentChanged, this, follow);
-  follow(pages->currentIndex());
-  pages->widget(0)->setFocusProxy(buttons->widget(0));
-  bindPages(refresh_, {&screen_.fmHome, &screen_.fmSelection, &screen_.fmResults, &screen_.fmFinish}, pages);
-  pages->currentWidget()->setFocus();
-}
-
-/// Below the pages, because rows are read on one page, checked on the next and posted on the last.
-QWidget* ImportWindow::progressStrip() {
-  auto* strip = new QWidget;
-  auto* row = new QHBoxLayout(strip);
-  row->setContentsMargins(0, 2, 0, 2);
-  auto* status = new QLabel;
-  auto* current = new QLabel;
-  auto* outcome = new QLabel;
-  auto* bar = new QProgressBar;
-  QFont bold = status->font();
-  bold.setBold(true);
-  status->setFont(bold);
-  bar->setFixedWidth(260);
-  row->addWidget(status);
-  row->addSpacing(16);
-  row->addWidget(current, 1);
-  row->addWidget(outcome);
-  row->addWidget(bar);
-  strip->setMinimumHeight(bar->sizeHint().height() + 4);
-  bind(refresh_, screen_.lblStatus, status);
-  bind(refresh_, screen_.lblCurrentStatus, current);
-  bind(refresh_, screen_.lblMsg2, outcome);
-  bind(refresh_, screen_.ProgressBar1, bar);
-  return strip;
-}
-
-void ImportWindow::showStatusBar() {
-  auto* version = new QLabel;
-  auto* company = new QLabel;
-  version->setContentsMargins(10, 0, 10, 0);
-  company->setContentsMargins(10, 0, 10, 0);
-  statusBar()->addWidget(version, 1);
-  statusBar()->addPermanentWidget(company);
-  bind(refresh_, screen_.lblVersion, version);
-  bind(refresh_, screen_.lblCompany, company);
-}
-
-void ImportWindow::closeEvent(QCloseEvent* event) {
-  event->ignore();
-  screen_.requestClose();
-}
+ImportWindow::ImportWindow(frmImport& screen)
+    : WizardWindow(screen, "ORVA Import", [&screen](qt::ScreenRefresh& refresh) {
+        return ImportSelection{.screen = screen, .refresh = refresh}.make();
+      }) {}
 
 }  // namespace orva

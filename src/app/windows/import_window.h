@@ -1,27 +1,14 @@
 #pragma once
 
-#include <QMainWindow>
-
-#include "platform/qt/screen_refresh.h"
+#include "app/windows/wizard_window.h"
 #include "wizard/frmImport.h"
 
 namespace orva {
 
-/// The window of the transaction wizard. `screen` must outlive it. A wish to close goes to the
-/// screen, which ends a run after its current row; whoever shows the window takes it away.
-class ImportWindow : public QMainWindow {
+/// The window of the transaction wizard. `screen` must outlive it.
+class ImportWindow : public WizardWindow {
  public:
   explicit ImportWindow(frmImport& screen);
-
- protected:
-  void closeEvent(QCloseEvent* event) override;
-
- private:
-  QWidget* progressStrip();
-  void showStatusBar();
-
-  frmImport& screen_;
-  qt::ScreenRefresh refresh_;
 };
 
 }  // namespace orva

@@ -1,7 +1,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
-#include "app/windows/import_pages.h"
+#include "app/windows/wizard_pages.h"
 #include "platform/qt/bind.h"
 #include "platform/qt/look.h"
 
@@ -16,15 +16,15 @@ QHBoxLayout* buttonRow(QWidget* panel) {
 
 }  // namespace
 
-QWidget* ImportPages::guidelineButtons() const {
+QWidget* WizardPages::guidelineButtons() const {
   struct Row {
     Button* button = nullptr;
-    void (frmImport::*handler)() = nullptr;
+    void (ImportWizard::*handler)() = nullptr;
   };
-  const Row rows[] = {{.button = &screen.cmdHBack, .handler = &frmImport::cmdHBack_Click},
-                      {.button = &screen.cmdHNext, .handler = &frmImport::cmdHNext_Click},
-                      {.button = &screen.cmdSkip, .handler = &frmImport::cmdSkip_Click},
-                      {.button = &screen.cmdHClose, .handler = &frmImport::cmdHClose_Click}};
+  const Row rows[] = {{.button = &screen.cmdHBack, .handler = &ImportWizard::cmdHBack_Click},
+                      {.button = &screen.cmdHNext, .handler = &ImportWizard::cmdHNext_Click},
+                      {.button = &screen.cmdSkip, .handler = &ImportWizard::cmdSkip_Click},
+                      {.button = &screen.cmdHClose, .handler = &ImportWizard::cmdHClose_Click}};
   auto* panel = new QWidget;
   auto* row = buttonRow(panel);
   row->addStretch(1);
@@ -41,21 +41,21 @@ QWidget* ImportPages::guidelineButtons() const {
 }
 
 /// Home and Back at the left, what the page offers and where it leads at the right.
-QWidget* ImportPages::buttons(WizardPage page) const {
+QWidget* WizardPages::buttons(WizardPage page) const {
   struct Row {
     Button* button = nullptr;
-    void (*handler)(frmImport&, WizardPage) = nullptr;
+    void (*handler)(ImportWizard&, WizardPage) = nullptr;
   };
   const std::size_t at = indexOf(page);
   const Row rows[] = {
-      {.button = &screen.cmdHome[at], .handler = [](frmImport& form, WizardPage) { form.cmdHome_Click(); }},
-      {.button = &screen.cmdBack[at], .handler = [](frmImport& form, WizardPage here) { form.cmdBack_Click(here); }},
-      {.button = &screen.CmdSelErrors, .handler = [](frmImport& form, WizardPage) { form.CmdSelErrors_Click(); }},
-      {.button = &screen.CmdExp, .handler = [](frmImport& form, WizardPage) { form.CmdExp_Click(); }},
+      {.button = &screen.cmdHome[at], .handler = [](ImportWizard& form, WizardPage) { form.cmdHome_Click(); }},
+      {.button = &screen.cmdBack[at], .handler = [](ImportWizard& form, WizardPage here) { form.cmdBack_Click(here); }},
+      {.button = &screen.CmdSelErrors, .handler = [](ImportWizard& form, WizardPage) { form.CmdSelErrors_Click(); }},
+      {.button = &screen.CmdExp, .handler = [](ImportWizard& form, WizardPage) { form.CmdExp_Click(); }},
       {.button = &screen.cmdContinue[at],
-       .handler = [](frmImport& form, WizardPage here) { form.cmdContinue_Click(here); }},
-      {.button = &screen.cmdNext[at], .handler = [](frmImport& form, WizardPage here) { form.cmdNext_Click(here); }},
-      {.button = &screen.cmdClose[at], .handler = [](frmImport& form, WizardPage) { form.cmdClose_Click(); }}};
+       .handler = [](ImportWizard& form, WizardPage here) { form.cmdContinue_Click(here); }},
+      {.button = &screen.cmdNext[at], .handler = [](ImportWizard& form, WizardPage here) { form.cmdNext_Click(here); }},
+      {.button = &screen.cmdClose[at], .handler = [](ImportWizard& form, WizardPage) { form.cmdClose_Click(); }}};
   const Button* carriesOn = page == WizardPage::kFinish ? &screen.cmdContinue[at] : &screen.cmdNext[at];
   auto* panel = new QWidget;
   auto* row = buttonRow(panel);

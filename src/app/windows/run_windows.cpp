@@ -5,8 +5,10 @@
 #include <iostream>
 #include <memory>
 
+#include "app/windows/bulk_update_window.h"
 #include "app/windows/entry_window.h"
 #include "app/windows/import_window.h"
+#include "app/windows/master_window.h"
 #include "app/wiring.h"
 #include "imports/asset/lease_dates.h"
 #include "platform/qt/look.h"
@@ -15,28 +17,27 @@
 #include "platform/qt/qt_shell.h"
 #include "startup/company_context.h"
 #include "startup/scrEntry.h"
-#include "wizard/frmImport.h"
+#include "updates/frmUpdateLEOD.h"
+#include "updates/frmUpdateRateAndMethod.h"
 
 namespace orva {
 namespace {
 
 constexpr int kNoDisplay = 2;
 
-/// The screens of one run and their windows. The start screen makes room for the wizard and
-/// comes back when that is closed.
+/// The screens of one run and their windows. The start screen makes room for a wizard and
+/// comes back when that is closed; a bulk update stands in front of the wizard.
 class Windows {
  public:
   Windows(const std::string& programFolder, const std::string& commandLine)
       : services_(wiring_.with(dialogs_, shell_, eventLoop_)),
         entry_(services_, company_,
                {.showTransactionImport = [this] { showImport(); },
-                .showMasterImport = {},
+                .showMasterImport = [this] { showMasterImport(); },
                 .endProgram = [] { QCoreApplication::quit(); }}),
         entryWindow_(entry_) {
     company_.programFolder = programFolder;
     company_.commandLineCompany = commandLineCompany(commandLine);
-    entry_.optMaster.setEnabled(false);
-    entry_.optMaster.setToolTip("The master import is not part of this version.");
   }
 
   void start() {
@@ -56,21 +57,47 @@ class Windows {
   }
 
   void showImport() {
-    import_ = std::make_unique<frmImport>(services_, company_, wiring_.importKinds(),
-                                          ImportCallbacks{
-                                              .onClose = [this] { later([this] { closeImport(); }); },
-                                              .onCalcLeaseDate = [this] { calculateLeaseDates(dialogs_, company_); },
-                                          });
-    import_->Load();
-    importWindow_ = std::make_unique<ImportWindow>(*import_);
-    importWindow_->show();
+    auto screen = std::make_unique<frmImport>(
+        services_, company_, wiring_.importKinds(),
+        ImportCallbacks{.onClose = [this] { later([this] { closeWizard(); }); },
+                        .onUpdateLeod = [this] { showUpdate(std::make_unique<frmUpdateLEOD>(services_, company_)); },
+                        .onUpdateRateMethod =
+                            [this] { showUpdate(std::make_unique<frmUpdateRateAndMethod>(services_, company_)); },
+                        .onCalcLeaseDate = [this] { calculateLeaseDates(dialogs_, company_); }});
+    screen->Load();
+    wizardWindow_ = std::make_unique<ImportWindow>(*screen);
+    showWizard(std::move(screen));
+  }
+
+  void showMasterImport() {
+    auto screen = std::make_unique<frmMasterImport>(services_, company_, [this] { later([this] { closeWizard(); }); });
+    screen->Load();
+    wizardWindow_ = std::make_unique<MasterWindow>(*screen);
+    showWizard(std::move(screen));
+  }
+
+  void showWizard(std::unique_ptr<ImportWizard> screen) {
+    wizard_ = std::move(screen);
+    wizardWindow_->show();
     entryWindow_.hide();
   }
 
-  void closeImport() {
-    importWindow_.reset();
-    import_.reset();
+  void closeWizard() {
+    wizardWindow_.reset();
+    wizard_.reset();
     entryWindow_.show();
+  }
+
+  void showUpdate(std::unique_ptr<BulkUpdateScreen> screen) {
+    update_ = std::move(screen);
+    update_->onClose([this] { later([this] { closeUpdate(); }); });
+    updateWindow_ = std::make_unique<BulkUpdateWindow>(*update_, wizardWindow_.get());
+    updateWindow_->show();
+  }
+
+  void closeUpdate() {
+    updateWindow_.reset();
+    update_.reset();
   }
 
   Wiring wiring_;
@@ -81,8 +108,10 @@ class Windows {
   CompanyContext company_;
   scrEntry entry_;
   EntryWindow entryWindow_;
-  std::unique_ptr<frmImport> import_;
-  std::unique_ptr<ImportWindow> importWindow_;
+  std::unique_ptr<ImportWizard> wizard_;
+  std::unique_ptr<WizardWindow> wizardWindow_;
+  std::unique_ptr<BulkUpdateScreen> update_;
+  std::unique_ptr<BulkUpdateWindow> updateWindow_;
 };
 
 /// The toolkit would end the program without a word that a user understands.

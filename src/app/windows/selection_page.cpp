@@ -1,60 +1,24 @@
-#include <QCheckBox>
-#include <QGridLayout>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include "app/windows/import_pages.h"
+#include "app/windows/wizard_pages.h"
 #include "platform/qt/bind.h"
 
 namespace orva {
 namespace {
 
-QLabel* noteLabel() {
-  auto* label = new QLabel;
-  label->setWordWrap(true);
-  return label;
-}
-
-QVBoxLayout* groupColumn(QGroupBox* group) {
-  auto* column = new QVBoxLayout(group);
-  column->setSpacing(5);
-  return column;
-}
-
-}  // namespace
-
-QWidget* ImportPages::selection() const {
-  auto* page = new QWidget;
-  auto* column = new QVBoxLayout(page);
-  column->setContentsMargins(0, 0, 0, 0);
-  auto* row = new QHBoxLayout;
-  row->setSpacing(14);
-  QWidget* left = choices();
-  row->addWidget(left);
-  row->addWidget(fields(), 1);
-  column->addLayout(row, 1);
-  column->addWidget(workbook());
-  page->setFocusProxy(left);
-  return page;
-}
-
 /// Scrolls in a low window; otherwise all choices are seen at once.
-QWidget* ImportPages::choices() const {
+QWidget* choicesPanel(const std::vector<QWidget*>& groups) {
   auto* panel = new QWidget;
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(0, 0, 4, 0);
   column->setSpacing(6);
-  QWidget* kindGroup = kinds();
-  column->addWidget(kindGroup);
-  column->addWidget(modes());
-  column->addWidget(ticks());
+  for (QWidget* group : groups) column->addWidget(group);
   column->addStretch(1);
   auto* scroll = new QScrollArea;
   scroll->setWidget(panel);
@@ -63,62 +27,28 @@ QWidget* ImportPages::choices() const {
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setFocusPolicy(Qt::NoFocus);
   scroll->setFixedWidth(panel->sizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
-  scroll->setFocusProxy(kindGroup);
+  scroll->setFocusProxy(groups.front());
   return scroll;
 }
 
-QWidget* ImportPages::kinds() const {
-  auto* group = new QGroupBox("What to import");
-  auto* column = groupColumn(group);
-  for (const ImportKindNames& names : importKindNames()) {
-    const ImportKindId kind = names.id;
-    auto* button = new QRadioButton;
-    column->addWidget(button);
-    bind(refresh, screen.kindOption(kind), button, [&form = screen, kind] { form.optKind_Click(kind); });
-    if (kind == ImportKindId::kAcquired) group->setFocusProxy(button);
-  }
-  return group;
+}  // namespace
+
+QWidget* WizardPages::selection(const SelectionParts& parts) const {
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, 0, 0);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(14);
+  QWidget* left = choicesPanel(parts.choices);
+  row->addWidget(left);
+  row->addWidget(fields(parts.note), 1);
+  column->addLayout(row, 1);
+  column->addWidget(workbook(parts.commands));
+  page->setFocusProxy(left);
+  return page;
 }
 
-QWidget* ImportPages::modes() const {
-  auto* group = new QGroupBox("Mode");
-  auto* column = groupColumn(group);
-  for (const AssetMode mode : {AssetMode::kAdd, AssetMode::kModifyByAssetId, AssetMode::kModifyByPhysicalId}) {
-    auto* button = new QRadioButton;
-    column->addWidget(button);
-    bind(refresh, screen.modeOption(mode), button, [&form = screen, mode] { form.optMode_Click(mode); });
-  }
-  QLabel* note = noteLabel();
-  column->addWidget(note);
-  bind(refresh, screen.lblOverwrite, note);
-  bind(refresh, screen.Frame1, group);
-  return group;
-}
-
-QWidget* ImportPages::ticks() const {
-  struct Row {
-    CheckBox* box = nullptr;
-    void (frmImport::*handler)() = nullptr;
-  };
-  const Row rows[] = {{.box = &screen.chkAutoCalcDepRate, .handler = &frmImport::chkAutoCalcDepRate_Click},
-                      {.box = &screen.ChkBackdate, .handler = &frmImport::ChkBackdate_Click},
-                      {.box = &screen.ChkLeaseHold, .handler = &frmImport::ChkLeaseHold_Click},
-                      {.box = &screen.chkMultAssetId, .handler = &frmImport::chkMultAssetId_Click},
-                      {.box = &screen.chkShiftedIn, .handler = &frmImport::chkShiftedIn_Click}};
-  auto* group = new QGroupBox("Options");
-  auto* column = groupColumn(group);
-  for (const Row& row : rows) {
-    auto* box = new QCheckBox;
-    column->addWidget(box);
-    bind(refresh, *row.box, box, [&form = screen, handler = row.handler] { (form.*handler)(); });
-  }
-  auto* lease = new QPushButton;
-  column->addWidget(lease, 0, Qt::AlignLeft);
-  bind(refresh, screen.cmdCalcLeaseDate, lease, [&form = screen] { form.cmdCalcLeaseDate_Click(); });
-  return group;
-}
-
-QWidget* ImportPages::fields() const {
+QWidget* WizardPages::fields(QWidget* note) const {
   auto* panel = new QWidget;
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(0, 0, 0, 0);
@@ -134,34 +64,31 @@ QWidget* ImportPages::fields() const {
   below->addSpacing(12);
   below->addWidget(red);
   below->addStretch(1);
-  QLabel* note = noteLabel();
   column->addWidget(list, 1);
   column->addLayout(below);
-  column->addWidget(note);
+  if (note != nullptr) column->addWidget(note);
   bind(refresh, screen.lstFields, list,
        [&form = screen](int line, bool ticked) { form.lstFields_ItemCheck(line, ticked); });
   bind(refresh, screen.cmdSelectAll, selectAll, [&form = screen] { form.cmdSelectAll_Click(); });
   bind(refresh, screen.lblBlue, blue);
   bind(refresh, screen.lblRed, red);
-  bind(refresh, screen.lblNote, note);
   return panel;
 }
 
-QWidget* ImportPages::workbook() const {
+QWidget* WizardPages::workbook(const std::vector<QWidget*>& commands) const {
   struct Row {
     Button* button = nullptr;
-    void (frmImport::*handler)() = nullptr;
+    void (ImportWizard::*handler)() = nullptr;
   };
-  const Row rows[] = {{.button = &screen.cmdExcel, .handler = &frmImport::cmdExcel_Click},
-                      {.button = &screen.cmdRefresh, .handler = &frmImport::cmdRefresh_Click},
-                      {.button = &screen.cmdExport, .handler = &frmImport::cmdExport_Click},
-                      {.button = &screen.cmdUpdateLEOD, .handler = &frmImport::cmdUpdateLEOD_Click},
-                      {.button = &screen.cmdUpdateRateMethod, .handler = &frmImport::cmdUpdateRateMethod_Click}};
+  const Row rows[] = {{.button = &screen.cmdExcel, .handler = &ImportWizard::cmdExcel_Click},
+                      {.button = &screen.cmdRefresh, .handler = &ImportWizard::cmdRefresh_Click},
+                      {.button = &screen.cmdExport, .handler = &ImportWizard::cmdExport_Click}};
   auto* panel = new QWidget;
   auto* row = new QHBoxLayout(panel);
   row->setContentsMargins(0, 4, 0, 0);
   auto* label = new QLabel;
   auto* path = new QLineEdit;
+  label->setBuddy(path);
   row->addWidget(label);
   row->addWidget(path, 1);
   for (const Row& item : rows) {
@@ -170,6 +97,7 @@ QWidget* ImportPages::workbook() const {
     bind(refresh, *item.button, button, [&form = screen, handler = item.handler] { (form.*handler)(); });
     if (item.button == &screen.cmdExcel) button->setAccessibleName("Browse");
   }
+  for (QWidget* command : commands) row->addWidget(command);
   bind(refresh, screen.lblExcel, label);
   bind(refresh, screen.txtExcel, path);
   return panel;

@@ -9,7 +9,6 @@
 #include "platform/qt/text.h"
 
 namespace orva::qt {
-namespace {
 
 void showState(const Control& control, QWidget* widget) {
   widget->setEnabled(control.enabled());
@@ -19,6 +18,8 @@ void showState(const Control& control, QWidget* widget) {
   if (!control.visible() || wasHidden) widget->setVisible(control.visible());
   widget->setToolTip(toQt(control.toolTip()));
 }
+
+namespace {
 
 void showColours(const Control& control, QWidget* widget) {
   QPalette palette = widget->palette();
@@ -127,12 +128,18 @@ void bind(ScreenRefresh& refresh, TextBox& box, QLabel* widget) {
 
 namespace {
 
-bool showsSameItems(const ListBox& list, const QListWidget& widget) {
-  if (widget.count() != list.count()) return false;
-  for (int index = 0; index < list.count(); ++index) {
-    if (widget.item(index)->text() != toQt(list.item(index))) return false;
+QString shownText(const QListWidget& widget, int index) { return widget.item(index)->text(); }
+QString shownText(const QComboBox& widget, int index) { return widget.itemText(index); }
+
+template <class Widget>
+void showItems(const ListBox& list, Widget* widget) {
+  bool isSame = widget->count() == list.count();
+  for (int index = 0; isSame && index < list.count(); ++index) {
+    isSame = shownText(*widget, index) == toQt(list.item(index));
   }
-  return true;
+  if (isSame) return;
+  widget->clear();
+  for (int index = 0; index < list.count(); ++index) widget->addItem(toQt(list.item(index)));
 }
 
 }  // namespace
@@ -148,12 +155,23 @@ void bind(ScreenRefresh& refresh, ListBox& list, QListWidget* widget, ListBoxHan
   QObject::connect(widget, &QListWidget::itemActivated, widget, [entered] { call(entered); });
   refresh.watch(list, widget, [&list, widget, hint = handlers.emptyHint] {
     const QSignalBlocker quiet(widget);
-    if (!showsSameItems(list, *widget)) {
-      widget->clear();
-      for (int index = 0; index < list.count(); ++index) widget->addItem(toQt(list.item(index)));
-    }
+    showItems(list, widget);
     widget->setCurrentRow(list.selected());
     if (hint != nullptr) hint->setVisible(list.count() == 0);
+    showState(list, widget);
+  });
+}
+
+void bind(ScreenRefresh& refresh, ListBox& list, QComboBox* widget, Handler chosen) {
+  QObject::connect(widget, &QComboBox::activated, widget, [&list, chosen = std::move(chosen)](int index) {
+    if (!takesInput(list)) return;
+    list.select(index);
+    call(chosen);
+  });
+  refresh.watch(list, widget, [&list, widget] {
+    const QSignalBlocker quiet(widget);
+    showItems(list, widget);
+    widget->setCurrentIndex(list.selected());
     showState(list, widget);
   });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -20,6 +21,9 @@ namespace orva::qt {
 
 /// A handler of the screen; an empty one is not called.
 using Handler = std::function<void()>;
+
+/// What every widget shows of its control: enabled and visible state, tool tip.
+void showState(const Control& control, QWidget* widget);
 
 /// Caption, tool tip, colours, enabled and visible state.
 void bind(ScreenRefresh& refresh, Label& label, QLabel* widget);
@@ -45,6 +49,8 @@ struct ListBoxHandlers {
   QWidget* emptyHint = nullptr;
 };
 void bind(ScreenRefresh& refresh, ListBox& list, QListWidget* widget, ListBoxHandlers handlers);
+/// The list as a drop-down; `chosen` runs after the user chose an item.
+void bind(ScreenRefresh& refresh, ListBox& list, QComboBox* widget, Handler chosen);
 void bind(ScreenRefresh& refresh, ProgressBar& bar, QProgressBar* widget);
 
 /// `tickWanted` runs when the user wants a line ticked or not; the screen sets the tick.

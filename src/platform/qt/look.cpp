@@ -24,6 +24,7 @@ QLineEdit:focus { border: 2px solid #2b6199; padding: 3px 5px; }
 QListWidget, QTreeView, QTableView { border: 1px solid #b4bec9; background: #ffffff; }
 QListWidget:focus, QTreeView:focus, QTableView:focus { border: 1px solid #2b6199; }
 QListWidget::item { padding: 5px 8px; }
+QListWidget#lstUnknown::item { padding: 1px 6px; }
 QTreeView::item { min-height: 21px; }
 QTableView { gridline-color: #dfe4ea; }
 QHeaderView::section { background: #e8edf2; border: none; border-right: 1px solid #d3d9e0;

@@ -6,6 +6,8 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <numeric>
+#include <vector>
 
 #include "platform/qt/bind.h"
 #include "platform/qt/flex_grid_model.h"
@@ -15,7 +17,7 @@
 namespace orva::qt {
 namespace {
 
-/// Keeps the columns of a list view at least as wide as the control asks and shares out
+/// Keeps the columns of a list view at least as wide as the control asks and as their texts need, and shares out
 /// what the window has left in the same proportion.
 class ColumnSharing : public QObject {
  public:
@@ -23,17 +25,26 @@ class ColumnSharing : public QObject {
     view->viewport()->installEventFilter(this);
   }
 
+  /// To be called when the lines were exchanged.
+  void measure() {
+    // Before the first showing, the fonts and the height of a line would be those of no style.
+    view_->ensurePolished();
+    view_->header()->ensurePolished();
+    wanted_.clear();
+    const int count = std::min(static_cast<int>(list_.columns().size()), view_->header()->count());
+    for (int column = 0; column < count; ++column) wanted_.push_back(widthOf(column));
+    share();
+  }
+
   void share() {
-    int wanted = 0;
-    for (const auto& column : list_.columns()) wanted += pixelsOfTwips(column.width);
+    const int wanted = std::accumulate(wanted_.begin(), wanted_.end(), 0);
     if (wanted == 0) return;
     const int room = std::max(view_->viewport()->width(), wanted);
     int used = 0;
-    const int count = std::min(static_cast<int>(list_.columns().size()), view_->header()->count());
-    for (int index = 0; index < count; ++index) {
-      const bool isLast = index == count - 1;
-      const int width = isLast ? room - used : pixelsOfTwips(list_.columns()[index].width) * room / wanted;
-      view_->header()->resizeSection(index, width);
+    for (std::size_t column = 0; column < wanted_.size(); ++column) {
+      const bool isLast = column + 1 == wanted_.size();
+      const int width = isLast ? room - used : wanted_[column] * room / wanted;
+      view_->header()->resizeSection(static_cast<int>(column), width);
       used += width;
     }
   }
@@ -44,8 +55,28 @@ class ColumnSharing : public QObject {
   }
 
  private:
+  /// Lines may turn bold, which must not cut them.
+  int widthOf(int column) const {
+    constexpr int kMargins = 16;
+    QFont bold = view_->font();
+    bold.setBold(true);
+    const QFontMetrics cells(bold);
+    const QFontMetrics heads(view_->header()->font());
+    const ListView::Column& asked = list_.columns()[static_cast<std::size_t>(column)];
+    int width = heads.horizontalAdvance(toQt(asked.heading));
+    for (int line = 0; line < list_.count(); ++line) {
+      const auto& texts = list_.line(line).cells;
+      if (static_cast<std::size_t>(column) < texts.size()) {
+        width = std::max(width, cells.horizontalAdvance(toQt(texts[static_cast<std::size_t>(column)])));
+      }
+    }
+    const int tick = column == 0 ? view_->style()->pixelMetric(QStyle::PM_IndicatorWidth) : 0;
+    return std::max(pixelsOfTwips(asked.width), width + tick + kMargins);
+  }
+
   const ListView& list_;
   QTreeView* view_;
+  std::vector<int> wanted_;
 };
 
 /// Space changes the tick of the line wherever the cursor stands in it.
@@ -162,8 +193,8 @@ void bind(ScreenRefresh& refresh, ListView& list, QTreeView* widget,
   new TickBySpace(widget);
   auto* sharing = new ColumnSharing(list, widget);
   refresh.watch(list, widget, [&list, widget, model, sharing] {
-    if (model->refresh()) sharing->share();
-    widget->setEnabled(list.enabled());
+    if (model->refresh()) sharing->measure();
+    showState(list, widget);
   });
 }
 
@@ -182,7 +213,7 @@ void bind(ScreenRefresh& refresh, FlexGrid& grid, QTableView* widget, FlexGridHa
       shown = grid.shownRow();
       widget->scrollTo(model->index(model->viewRow(shown), 0));
     }
-    widget->setEnabled(grid.enabled());
+    showState(grid, widget);
   });
 }
 

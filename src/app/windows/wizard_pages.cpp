@@ -1,8 +1,9 @@
-#include "app/windows/import_pages.h"
+#include "app/windows/wizard_pages.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTableView>
@@ -47,7 +48,7 @@ QLabel* guidelineLabel(std::size_t line) {
 
 }  // namespace
 
-QWidget* ImportPages::guidelines() const {
+QWidget* WizardPages::guidelines() const {
   auto* text = new QWidget;
   auto* lines = new QVBoxLayout(text);
   lines->setContentsMargins(24, 18, 24, 18);
@@ -70,7 +71,7 @@ QWidget* ImportPages::guidelines() const {
   return scroll;
 }
 
-QWidget* ImportPages::results() const {
+QWidget* WizardPages::results() const {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 0, 0);
@@ -82,10 +83,16 @@ QWidget* ImportPages::results() const {
   QPalette palette = message->palette();
   palette.setColor(QPalette::WindowText, QColor(kFaultColour));
   message->setPalette(palette);
+  auto* counted = new QVBoxLayout;
+  counted->setSpacing(8);
+  // The count of warnings follows in the status line below.
+  counted->addStretch(1);
+  counted->addWidget(legend());
+  counted->addWidget(totals());
   auto* below = new QHBoxLayout;
-  below->addWidget(totals(), 0, Qt::AlignBottom);
-  below->addStretch(1);
-  below->addWidget(legend(), 0, Qt::AlignBottom);
+  below->setSpacing(24);
+  below->addLayout(counted);
+  below->addWidget(unknownMasters(), 1);
   column->addWidget(grid, 1);
   column->addWidget(message);
   column->addLayout(below);
@@ -98,7 +105,7 @@ QWidget* ImportPages::results() const {
   return page;
 }
 
-QWidget* ImportPages::legend() const {
+QWidget* WizardPages::legend() const {
   struct Row {
     Label* colour = nullptr;
     Label* meaning = nullptr;
@@ -122,11 +129,31 @@ QWidget* ImportPages::legend() const {
     bind(refresh, *row.colour, swatch);
     bind(refresh, *row.meaning, meaning);
   }
-  column->addStretch(1);
   return panel;
 }
 
-QWidget* ImportPages::totals() const {
+/// Masters that posting would make; the user sees here that a name is misspelt.
+QWidget* WizardPages::unknownMasters() const {
+  auto* panel = new QWidget;
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(3);
+  auto* label = new QLabel;
+  auto* list = new QListWidget;
+  // Nothing is cut: long names scroll, and a long list is laid out piece by piece.
+  list->setTextElideMode(Qt::ElideNone);
+  list->setLayoutMode(QListView::Batched);
+  list->setMaximumHeight(list->fontMetrics().height() * 6);
+  list->setMinimumHeight(list->fontMetrics().height() * 4);
+  label->setBuddy(list);
+  column->addWidget(label);
+  column->addWidget(list, 1);
+  bind(refresh, screen.lblUnknown, label);
+  bind(refresh, screen.lstUnknown, list, {});
+  return panel;
+}
+
+QWidget* WizardPages::totals() const {
   auto* panel = new QWidget;
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(0, 0, 0, 0);
@@ -139,11 +166,10 @@ QWidget* ImportPages::totals() const {
     column->addWidget(label);
     bind(refresh, *total, label);
   }
-  column->addStretch(1);
   return panel;
 }
 
-QWidget* ImportPages::finish() const {
+QWidget* WizardPages::finish() const {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
   column->setContentsMargins(0, 0, 0, 0);
@@ -153,6 +179,8 @@ QWidget* ImportPages::finish() const {
   auto* grid = new QTableView;
   column->addWidget(message);
   column->addWidget(grid, 1);
+  // Keeps the message at the top when the grid is hidden.
+  column->addItem(new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding));
   bind(refresh, screen.txtMsg, message);
   bind(refresh, screen.flxSave, grid,
        {.isNumeric = [&form = screen](std::string_view heading) { return isNumeric(form.catalogue(), heading); }});
