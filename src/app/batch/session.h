@@ -15,6 +15,14 @@
 
 namespace orva {
 
+/// What a command makes of the list of companies.
+enum class Listing {
+  /// It needs all of it: a company that cannot be listed is a failure.
+  kWhole,
+  /// Another company's fault is none of its business, and is not told.
+  kAside,
+};
+
 /// One unattended run: the services with a console in place of windows, and the start screen
 /// on the program folder.
 class Session {
@@ -23,9 +31,9 @@ class Session {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  /// Runs start-up. False when the program folder is not usable or, with `wholeList`, when a
-  /// company could not be listed; the user was told.
-  bool load(bool wholeList = false);
+  /// Runs start-up. False when the program folder is not usable or the list is not what the
+  /// command needs; the user was told.
+  bool load(Listing listing = Listing::kAside);
   /// Presses "Open" for a company. False when no import screen opened; the user was told.
   bool open(const std::string& code);
   /// Says something in the manner of a message box.
