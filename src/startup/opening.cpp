@@ -43,6 +43,12 @@ void connect(CompanyContext& context, const Services& services, const std::strin
   }
 }
 
+/// Proves before the upgrade that the file is a company's and can be written: a foreign file must
+/// stay as it is, and in a locked one every statement of the upgrade would wait and be passed over.
+void proveUsable(CompanyContext& context) {
+  if (!context.isSqlServer) context.connection->execute("update Company set cocd=cocd where 1=0");
+}
+
 void readCompanyName(CompanyContext& context) {
   context.companyName.clear();
   const auto rows = context.connection->open("Select * from Company");
@@ -51,6 +57,7 @@ void readCompanyName(CompanyContext& context) {
 
 OpenResult openSteps(CompanyContext& context, const Services& services, const std::string& code) {
   connect(context, services, code);
+  proveUsable(context);
   upgradeSchema(context, services.dialogs);
   passingOver([&] { readCompanyName(context); });
   passingOver([&] { readParameterFlags(context, FlagReading::kAtOpen); });

@@ -28,7 +28,7 @@ struct OrvaIni {
 
 /// Reads `path`. A server is described by several lines of which the first, in clear, holds
 /// "SERVER="; everything else is an Access installation. Throws `FileError` for a file that
-/// cannot be read or is empty.
+/// cannot be read, is empty, or whose first line can be no folder.
 OrvaIni readOrvaIni(const Files& files, const std::string& path);
 
 /// First line of `SqlProviderConnection.ini`; empty for an empty file. Throws `FileError`.

@@ -48,7 +48,7 @@ void scrEntry::Load() {
 
 void scrEntry::Activate() {
   const std::string code = commandLineCode();
-  if (code.empty() || commandLineOpened_) return;
+  if (code.empty() || commandLineOpened_ || !cmdOpen.enabled()) return;
   commandLineOpened_ = true;
   lstCompanies.setText(code);
   lstCompanies_Click();

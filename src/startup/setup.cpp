@@ -33,11 +33,11 @@ std::vector<std::string> setUpProgramFolder(const std::string& programFolder, co
     write(joinPath(programFolder, name));
     written.push_back(name);
   };
-  writeIfAbsent("Orva.mdb", [&](const std::string&) { writeTemplate(programFolder, services); });
+  writeIfAbsent("Orva.ini", [&](const std::string& path) { services.files.writeLines(path, {programFolder}); });
   writeIfAbsent("SqlProviderConnection.ini", [&](const std::string& path) {
     services.files.writeLines(path, {"Provider=SQLOLEDB.1;Persist Security Info=False;"});
   });
-  writeIfAbsent("Orva.ini", [&](const std::string& path) { services.files.writeLines(path, {programFolder}); });
+  writeIfAbsent("Orva.mdb", [&](const std::string&) { writeTemplate(programFolder, services); });
   return written;
 }
 

@@ -52,6 +52,7 @@ TEST(CommandLine, WrongUseIsToldAndFails) {
     EXPECT_NE(ran.err, "");
     EXPECT_EQ(ran.out, "");
   }
+  EXPECT_NE(runCommand(folder.text(), {"no-such-command"}).err.find("'no-such-command'"), std::string::npos);
   EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 

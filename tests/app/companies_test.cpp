@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "app/batch_test.h"
 #include "startup/orva_ini.h"
 
@@ -26,6 +28,20 @@ TEST(Setup, AFolderThatCannotBeMadeIsToldByName) {
   const Ran ran = runCommand(inside, {"setup"});
   EXPECT_EQ(ran.status, 2);
   EXPECT_NE(ran.err.find(inside), std::string::npos) << ran.err;
+}
+
+TEST(Setup, ATemplateThatCannotBeUsedIsNamed) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(runCommand(folder.text(), {"setup"}).status, 0);
+  for (const char* template_ : {"", "no database"}) {
+    folder.write("Orva.mdb", template_);
+    const Ran ran = runCommand(folder.text(), {"new", "ABC"});
+    EXPECT_EQ(ran.status, 2);
+    EXPECT_NE(ran.err.find("copied from " + folder.text() + "\\Orva.MDB"), std::string::npos) << ran.err;
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "ABCOrva.MDB"));
+  }
+  std::filesystem::remove(folder.path() / "Orva.mdb");
+  EXPECT_NE(runCommand(folder.text(), {"new", "ABC"}).err.find("there is no file"), std::string::npos);
 }
 
 using Companies = BatchTest;
@@ -58,6 +74,7 @@ TEST_F(Companies, CodesThatAreRefused) {
       {{"delete", "NONE", "--yes"}, "Please select any company from the list for Delete"},
       {{"fields", "--company", "NONE", "--kind", "acquired"}, "NONEOrva.mdb"},
       {{"fields", "--company", "", "--kind", "acquired"}, "Please Select the Company"},
+      {{"sql", "--company", " ", "delete from Company"}, "Please Select the Company"},
   };
   for (const Case& c : kCases) {
     const Ran ran = run(c.command);
@@ -77,6 +94,7 @@ TEST_F(Companies, DamagedConfigurationIsToldAndNothingIsMade) {
                              "\r\n" + scramble("PWD=" + password) + "\r\n";
   const Case kCases[] = {
       {"", "Orva.ini is empty"},
+      {"\x01\x02\r\n", "Orva.ini names no folder"},
       {"/no/such/folder\r\n", "/no/such/folder"},
       {server.c_str(), "[ORVA]"},
   };
@@ -89,19 +107,26 @@ TEST_F(Companies, DamagedConfigurationIsToldAndNothingIsMade) {
       EXPECT_EQ((ran.out + ran.err).find(password), std::string::npos);
     }
   }
+  folder.write("Orva.ini", "\n");
+  EXPECT_EQ(run({"new", "ABC"}).status, 2);
   std::filesystem::remove(folder.path() / "Orva.ini");
   EXPECT_EQ(run({"new", "ABC"}).status, 2);
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "ABCOrva.MDB"));
 }
 
-TEST_F(Companies, AFileThatIsNoDatabaseIsNamed) {
+TEST_F(Companies, AFileThatIsNoDatabaseIsNamedOnce) {
   folder.write("BADOrva.mdb", "this is no database at all");
+  EXPECT_EQ(run({"sql", "--company", "DEMO", "select 1 from Company"}).err, "") << "the fault of another company";
   const Ran listed = run({"companies"});
   EXPECT_EQ(listed.status, 2);
   EXPECT_NE(listed.err.find("BADOrva.mdb"), std::string::npos) << listed.err;
   const Ran opened = run({"sql", "--company", "BAD", "select * from Company"});
   EXPECT_EQ(opened.status, 2);
+  EXPECT_EQ(std::ranges::count(opened.err, '\n'), 1) << opened.err;
   EXPECT_NE(opened.err.find("BADOrva.mdb"), std::string::npos) << opened.err;
+  const Ran deleted = run({"delete", "BAD", "--yes"});
+  EXPECT_EQ(deleted.status, 2);
+  EXPECT_NE(deleted.err.find("BADOrva.mdb"), std::string::npos) << "it hides companies behind it";
   EXPECT_EQ(folder.read("BADOrva.mdb"), "this is no database at all");
 }
 

@@ -21,6 +21,7 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/text.h"
 #include "platform/workbook.h"
+#include "updates/frmUpdateLEOD.h"
 
 namespace orva {
 namespace {

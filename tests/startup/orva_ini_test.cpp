@@ -45,6 +45,13 @@ TEST(OrvaIniFile, TellsFolderOrServer) {
       {"UTF-8 letters", {"C:\\Données"}, {.dataFolder = "C:\\Données"}},
       {"server", server, {true, "", "S,1433", "winnt", "sa", "p=q;é"}},
       {"server, lines missing", {server[0], server[1]}, {true, "", "S,1433", "winnt", "", ""}},
+      {"server, written anew as UTF-8",
+       {server[0], scramble("A=SQL"), "\xE2\x80\xA2\xC5\xBD\x7F\xE2\x80\x98[pcqs",
+        "\xE2\x80\x99\xC2\x8D\xC2\x8D\xC2\x90[bun"},
+       {true, "", "S,1433", "SQL", "sapw", "root"}},
+      {"server, its codes written as UTF-8",
+       {server[0], scramble("A=SQL"), "\xC2\x95\xC2\x8E\x7F\xC2\x91[pcqs"},
+       {true, "", "S,1433", "SQL", "sapw", ""}},
       {"value without a name", {server[0], scramble("WINNT")}, {true, "", "S,1433", "WINNT", "", ""}},
   };
   for (const IniCase& test : cases) {
@@ -61,9 +68,8 @@ TEST(OrvaIniFile, TellsFolderOrServer) {
   }
 }
 
-TEST(OrvaIniFile, EmptyOrUnreadableFileIsNamed) {
+TEST(OrvaIniFile, AFileThatSaysNothingIsNamed) {
   FakeFiles files;
-  files.put(kPath);
   const auto failure = [&] {
     try {
       readOrvaIni(files, kPath);
@@ -72,7 +78,14 @@ TEST(OrvaIniFile, EmptyOrUnreadableFileIsNamed) {
     }
     return std::string("nothing thrown");
   };
-  EXPECT_NE(failure().find(kPath), std::string::npos);
+  const std::string utf16("\xFF\xFE/\0t\0", 6);
+  const std::vector<std::vector<std::string>> cases = {
+      {}, {""}, {" \t"}, {utf16}, {"C:\\Data\x01"}, {"C:\\Data\rC:\\More"}, {std::string(5000, 'x')}};
+  for (const std::vector<std::string>& lines : cases) {
+    files.put(kPath, lines);
+    EXPECT_NE(failure().find(kPath), std::string::npos) << failure().substr(0, 200);
+    EXPECT_LT(failure().size(), 200U) << "the rubbish itself is not shown";
+  }
   files.put(kPath, {"C:\\Data"});
   files.lock(kPath);
   EXPECT_NE(failure().find(kPath), std::string::npos);

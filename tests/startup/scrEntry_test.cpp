@@ -154,6 +154,15 @@ TEST_F(StartScreen, CommandLineOpensOnce) {
   EXPECT_EQ(shown, "T");
 }
 
+TEST_F(StartScreen, CommandLineOpensNothingWithoutAConfiguration) {
+  all.files.remove("C:\\P\\Orva.ini", true);
+  context.commandLineCompany = "abc";
+  load();
+  screen->Activate();
+  EXPECT_EQ(all.dialogs.messages.size(), 1U);
+  EXPECT_TRUE(database->connections.empty());
+}
+
 TEST_F(StartScreen, CommandLineCompanyNeedNotBeListed) {
   addCompanyFile("AB");
   context.commandLineCompany = "zz";
@@ -207,6 +216,9 @@ TEST_F(StartScreen, NewCodesThatAreRefused) {
       {"A B", forbidden.c_str()},
       {"..\\A", forbidden.c_str()},
       {"A\nB", forbidden.c_str()},
+      {"A\x7F", forbidden.c_str()},
+      {"A\xFFZ", forbidden.c_str()},
+      {".A", "Company Code cannot begin with a point"},
   };
   screen->cmdNew_Click();
   for (const Case& test : cases) {

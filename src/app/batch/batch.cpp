@@ -154,12 +154,23 @@ class CommandLine {
   std::function<Exit(Session&)> chosen_;
 };
 
+/// Help and version are asked for; everything else is a wrong command line.
+Exit tellUse(const CLI::App& app, const CLI::ParseError& error, const Streams& streams) {
+  const std::vector<std::string> unknown = app.remaining();
+  if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()) {
+    streams.err << "There is no command '" << unknown.front().substr(0, 100)
+                << "'.\nRun with --help for more information.\n";
+    return Exit::kFailed;
+  }
+  return app.exit(error, streams.out, streams.err) == 0 ? Exit::kDone : Exit::kFailed;
+}
+
 Exit parseAndRun(const std::vector<std::string>& arguments, const std::string& ownFolder, const Streams& streams) {
   CommandLine commandLine;
   try {
     commandLine.app().parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
   } catch (const CLI::ParseError& error) {
-    return commandLine.app().exit(error, streams.out, streams.err) == 0 ? Exit::kDone : Exit::kFailed;
+    return tellUse(commandLine.app(), error, streams);
   }
   const std::string& folder = commandLine.folder();
   Session session(streams, absoluteFolder(folder.empty() ? ownFolder : folder));

@@ -6,7 +6,7 @@
 namespace orva {
 
 Exit runCompanies(Session& session) {
-  const bool complete = session.load(true);
+  const bool complete = session.load(Listing::kWhole);
   const ListBox& list = session.entry().lstCompanies;
   for (int index = 0; index < list.count(); ++index) session.out() << list.item(index) << '\n';
   return complete ? Exit::kDone : Exit::kFailed;
@@ -35,8 +35,16 @@ Exit runDelete(Session& session, const DeleteOptions& options) {
     return Exit::kFailed;
   }
   session.dialogs().setAnswerRule([&](const Message&) { return options.yes ? Answer::kYes : Answer::kNo; });
-  entry.lstCompanies.setText(trim(options.code));
-  entry.lstCompanies_Click();
+  const auto select = [&] {
+    entry.lstCompanies.setText(trim(options.code));
+    entry.lstCompanies_Click();
+    return entry.lstCompanies.selected() >= 0;
+  };
+  // A file that cannot be listed hides those behind it: then the user must know of it.
+  if (!select()) {
+    if (!session.load(Listing::kWhole)) return Exit::kFailed;
+    select();
+  }
   const std::string file = companyFile(session.company().programFolder, trim(options.code));
   const bool wasThere = session.services().files.exists(file);
   entry.cmdDelete_Click();

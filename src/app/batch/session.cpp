@@ -1,5 +1,6 @@
 #include "app/batch/session.h"
 
+#include <cstddef>
 #include <utility>
 
 #include "platform/files.h"
@@ -18,15 +19,19 @@ Session::Session(const Streams& streams, const std::string& programFolder)
   company_.programFolder = programFolder;
 }
 
-bool Session::load(bool wholeList) {
+bool Session::load(Listing listing) {
   const bool clauseMissing = !services_.files.exists(joinPath(company_.programFolder, "SqlProviderConnection.ini"));
-  const bool configured = services_.files.exists(joinPath(company_.programFolder, "Orva.ini"));
+  // The box of a missing provider clause has the icon of a failure and is none. It comes
+  // first; a failure of the configuration or of the listing is the only one behind it.
+  const std::size_t harmless = clauseMissing ? 1 : 0;
   const int before = dialogs_.criticalCount();
+  dialogs_.hold();
   entry_.Load();
-  if (!configured || company_.systemDatabase.empty()) return false;
-  // The missing provider clause has the icon of a failure and is none.
-  const int failures = dialogs_.criticalCount() - before - (clauseMissing ? 1 : 0);
-  return !wholeList || failures == 0;
+  const bool configured = entry_.lstCompanies.enabled();
+  const bool tellsAll = !configured || listing == Listing::kWhole;
+  dialogs_.resume(tellsAll ? dialogs_.heldCount() : harmless);
+  const bool listed = dialogs_.criticalCount() - before == static_cast<int>(harmless);
+  return configured && (listed || listing == Listing::kAside);
 }
 
 bool Session::open(const std::string& code, ImportScreen screen) {

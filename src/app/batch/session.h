@@ -18,6 +18,14 @@ namespace orva {
 /// Which import a company is opened for.
 enum class ImportScreen { kTransaction, kMaster };
 
+/// What a command makes of the list of companies.
+enum class Listing {
+  /// It needs all of it: a company that cannot be listed is a failure.
+  kWhole,
+  /// Another company's fault is none of its business, and is not told.
+  kAside,
+};
+
 /// One unattended run: the services with a console in place of windows, and the start screen
 /// on the program folder.
 class Session {
@@ -26,9 +34,9 @@ class Session {
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
-  /// Runs start-up. False when the program folder is not usable or, with `wholeList`, when a
-  /// company could not be listed; the user was told.
-  bool load(bool wholeList = false);
+  /// Runs start-up. False when the program folder is not usable or the list is not what the
+  /// command needs; the user was told.
+  bool load(Listing listing = Listing::kAside);
   /// Chooses the screen and presses "Open" for a company. False when no import screen opened; the user was told.
   bool open(const std::string& code, ImportScreen screen = ImportScreen::kTransaction);
   /// Says something in the manner of a message box.

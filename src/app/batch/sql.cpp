@@ -1,42 +1,30 @@
+#include <cstddef>
 #include <iterator>
 #include <memory>
 
 #include "app/batch/commands.h"
 #include "app/batch/sql_script.h"
 #include "platform/database.h"
+#include "platform/values/text.h"
 #include "startup/opening.h"
 #include "startup/shared_error_report.h"
 
 namespace orva {
 namespace {
 
-/// Keeps the boxes back until it is known whether they matter.
-class HeldDialogs : public Dialogs {
- public:
-  explicit HeldDialogs(Dialogs& shown) : shown_(shown) {}
-  Answer show(const Message& message) override {
-    held_.push_back(message);
-    return message.buttons == MessageButtons::kOk ? Answer::kOk : Answer::kNo;
-  }
-  std::optional<std::string> openFile(const FileQuestion&) override { return std::nullopt; }
-  void release() {
-    for (const Message& message : held_) shown_.show(message);
-  }
-
- private:
-  Dialogs& shown_;
-  std::vector<Message> held_;
-};
-
 /// Opens as the start screen does. That a company cannot be imported into (it makes no
 /// identifiers of its own) is no obstacle here.
 bool openForStatements(Session& session, const std::string& code) {
   if (!session.load()) return false;
-  HeldDialogs dialogs(session.dialogs());
-  Services services{session.services().databases, session.services().workbooks, session.services().files, dialogs,
-                    session.services().shell,     session.services().eventLoop};
-  const OpenResult result = openCompany(session.company(), services, code);
-  if (result == OpenResult::kFailed) dialogs.release();
+  if (trim(code).empty()) {
+    session.tell("Please Select the Company");
+    return false;
+  }
+  ConsoleDialogs& dialogs = session.dialogs();
+  dialogs.hold();
+  const OpenResult result = openCompany(session.company(), session.services(), code);
+  const std::size_t refusal = result == OpenResult::kRefused ? 1 : 0;
+  dialogs.resume(dialogs.heldCount() - refusal);
   return result != OpenResult::kFailed;
 }
 

@@ -53,6 +53,7 @@ DatabaseHandle openFile(const std::filesystem::path& path, int flags) {
 bool beginsAsDatabase(const std::filesystem::path& path) {
   std::array<char, 16> head{};
   std::ifstream file(path, std::ios::binary);
+  if (!file) failFile("The file '" + pathText(path) + "' cannot be read.");
   file.read(head.data(), head.size());
   return file.gcount() == 16 && std::memcmp(head.data(), "SQLite format 3", 16) == 0;
 }
@@ -182,8 +183,9 @@ SqliteStore::~SqliteStore() = default;
 std::int64_t SqliteStore::runChange(sqlite3_stmt* change) {
   reading_.begin();
   int code = sqlite3_step(change);
-  if (code == SQLITE_BUSY_SNAPSHOT) {
-    // Somebody stored something after the look at the log: once more on the newest state.
+  if ((code & 0xFF) == SQLITE_BUSY) {
+    // Somebody stores something, or has done so after the look at the log: once more on the newest
+    // state. Inside a read transaction SQLite would not wait for the other.
     sqlite3_reset(change);
     reading_.end();
     code = sqlite3_step(change);

@@ -121,6 +121,7 @@ void LocalFiles::remove(const std::string& path, bool forced) {
 void LocalFiles::copy(const std::string& from, const std::string& to) {
   const fs::path target = findPath(to);
   std::error_code fault;
+  if (!fs::is_regular_file(findPath(from), fault)) fail("copy " + from + " to", to, "there is no file " + from);
   if (fs::exists(target, fault)) fail("copy " + from + " to", to, "that file exists already");
   NewFile fresh(target);
   fs::copy_file(findPath(from), fresh.place(), fs::copy_options::overwrite_existing, fault);

@@ -3,8 +3,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <fstream>
+#include <thread>
 
 #include "platform/embedded/company_file.h"
 
@@ -173,6 +175,22 @@ TEST(Files, ALockedFileIsReportedAsSuch) {
   sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
   sqlite3_close(other);
   EXPECT_EQ(company.outcome("insert into Dept values ('1')"), "1 rows");
+}
+
+/// Two programs that post into one company wait for each other, also while one of them reads.
+TEST(Files, AShortLockIsWaitedOut) {
+  CompanyFile company;
+  company.run("create table Dept (Deptcode text(10))");
+  ASSERT_EQ(company.rows("select * from dept"), "");
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(company.file().c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
+  std::thread release([other] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    sqlite3_close(other);
+  });
+  EXPECT_EQ(company.outcome("insert into dept values ('1')"), "1 rows");
+  release.join();
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "app/windows/bulk_update_window.h"
 #include "app/windows/master_window.h"
 #include "platform/qt/qt_test.h"
+#include "updates/frmUpdateLEOD.h"
 #include "wizard/wizard_screen.h"
 
 namespace orva {

@@ -1,8 +1,12 @@
 #include "startup/schema/template_database.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <set>
 #include <sstream>
 
@@ -48,6 +52,11 @@ std::string contentOf(Connection& connection) {
     content += rowsOf(connection, "select * from " + table) + "\n";
   }
   return content;
+}
+
+std::string contentOfFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 /// A program folder on the disk with the real engine behind the Access provider.
@@ -119,7 +128,7 @@ TEST_F(ProgramFolder, UpgradingAgainChangesNothing) {
 
 TEST_F(ProgramFolder, SetUpWritesOnlyWhatIsAbsent) {
   files.writeLines(joinPath(text(), "Orva.ini"), {"elsewhere"});
-  EXPECT_EQ(setUpProgramFolder(text(), services), (std::vector<std::string>{"Orva.mdb", "SqlProviderConnection.ini"}));
+  EXPECT_EQ(setUpProgramFolder(text(), services), (std::vector<std::string>{"SqlProviderConnection.ini", "Orva.mdb"}));
   EXPECT_EQ(files.readLines(joinPath(text(), "Orva.ini")), std::vector<std::string>{"elsewhere"});
   EXPECT_EQ(filesLeft(), (std::vector<std::string>{"Orva.ini", "Orva.mdb", "SqlProviderConnection.ini"}));
   files.remove(joinPath(text(), "orva.INI"), false);
@@ -131,7 +140,7 @@ TEST_F(ProgramFolder, HalfATemplateNeverStays) {
   for (const int nth : {1, 30, 300}) {
     adapter->plan().failAt(DatabaseCall::kExecute, nth, provider_number::kDataOverflow, "Disk full.");
     EXPECT_THROW(setUpProgramFolder(text(), services), ProviderError);
-    EXPECT_EQ(filesLeft(), std::vector<std::string>{});
+    EXPECT_EQ(filesLeft(), (std::vector<std::string>{"Orva.ini", "SqlProviderConnection.ini"}));
   }
   folder.write("Orva.mdb.part", "left by a run that was cut off");
   setUpProgramFolder(text(), services);
@@ -168,19 +177,43 @@ TEST_F(ProgramFolder, FilesThatAreNoCompanyAreNamed) {
       {"other password",
        [&] { fakes.databases.create(replaceAll(accessConnectionString(bad), kDatabasePassword, "else")); }},
       {"no tables", [&] { fakes.databases.create(accessConnectionString(bad)); }},
+      {"no company",
+       [&] {
+         createTemplate(fakes.databases, bad);
+         connect("BADOrva.mdb")->execute("drop table Company");
+       }},
       {"absent", [] {}}};
   for (const auto& [name, write] : writers) {
     SCOPED_TRACE(name);
     files.remove(bad, true);
     write();
+    const std::string before = contentOfFile(bad);
     CompanyContext context;
     context.dataFolder = text();
     fakes.dialogs.messages.clear();
     EXPECT_EQ(openCompany(context, services, "BAD"), OpenResult::kFailed);
+    context.connection.reset();
+    EXPECT_EQ(contentOfFile(bad), before) << "nothing changed";
     ASSERT_EQ(fakes.dialogs.messages.size(), 1U);
     EXPECT_NE(fakes.dialogs.lastText().find("BADOrva.mdb"), std::string::npos) << fakes.dialogs.lastText();
     EXPECT_EQ(fakes.dialogs.lastText().find("Tbnq"), std::string::npos);
   }
+}
+
+/// Otherwise every statement of the upgrade would wait for the other program.
+TEST_F(ProgramFolder, ACompanyThatIsLockedIsToldAtOnce) {
+  createTemplate(fakes.databases, folder.file("LOCKOrva.mdb"));
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(folder.file("LOCKOrva.mdb").c_str(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
+  CompanyContext context;
+  context.dataFolder = text();
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(openCompany(context, services, "LOCK"), OpenResult::kFailed);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  sqlite3_close(other);
+  EXPECT_EQ(fakes.dialogs.texts(),
+            std::vector<std::string>{"The database is locked by another program.\n" + text() + "\\LOCKOrva.mdb"});
 }
 
 }  // namespace

@@ -87,9 +87,9 @@ TEST_P(UpgradeRepair, UserNamesOfChildAssetsAtEveryOpening) {
                "insert into addition (assetid, usedby) values ('A-01','RAVI')",
                "insert into addition (assetid, usedby) values ('A-02','NONE')",
                "insert into addition (assetid, usedby) values ('A-03',' ')"});
-  EXPECT_EQ(company.rows("select usedby from addition order by assetid"), "0007/NONE/");
+  EXPECT_EQ(company.rows("select usedby from addition order by assetid"), "0007/NONE/ ");
   reopenAfter({"update addition set usedby='ravi' where assetid='A-02'"});
-  EXPECT_EQ(company.rows("select usedby from addition order by assetid"), "0007/0007/");
+  EXPECT_EQ(company.rows("select usedby from addition order by assetid"), "0007/0007/ ");
   EXPECT_EQ(company.rows("select usedby from users order by usedby"), "0007/NONE");
 }
 
