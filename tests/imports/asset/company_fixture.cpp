@@ -4,8 +4,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
 
-#include "imports/asset/asset_import.h"
 #include "startup/schema/base_layout.h"
 #include "startup/schema/upgrade.h"
 #include "wizard/catalogue/builders.h"
@@ -66,6 +67,27 @@ const std::string& master() {
   return path;
 }
 
+std::string lineOf(const Finding& finding, const FlexGrid& grid) {
+  const char* mark = finding.findingClass == FindingClass::kWarning     ? "~"
+                     : finding.findingClass == FindingClass::kBackdated ? "*"
+                                                                        : "";
+  const std::string column =
+      finding.otherColumn.empty() ? std::string(grid.text(0, finding.column)) : std::string(finding.otherColumn);
+  const std::string text = findingText(finding);
+  return mark + std::to_string(finding.row) + " " + column + (text.empty() ? "" : ": " + text);
+}
+
+std::string filledCells(Recordset& row) {
+  std::string line;
+  for (const FieldInfo& field : row.fields()) {
+    const std::string text = nullToText(row.get(field.name));
+    if (!text.empty() && text != "False") line += (line.empty() ? "" : ", ") + field.name + "=" + text;
+  }
+  return line;
+}
+
+}  // namespace
+
 SheetRow replaced(SheetRow row, const SheetRow& cells) {
   for (const auto& [heading, text] : cells) {
     const auto found = std::find_if(row.begin(), row.end(), [&](const auto& cell) { return cell.first == heading; });
@@ -77,18 +99,6 @@ SheetRow replaced(SheetRow row, const SheetRow& cells) {
   }
   return row;
 }
-
-std::string lineOf(const Finding& finding, const FlexGrid& grid) {
-  const char* mark = finding.findingClass == FindingClass::kWarning     ? "~"
-                     : finding.findingClass == FindingClass::kBackdated ? "*"
-                                                                        : "";
-  const std::string column =
-      finding.otherColumn.empty() ? std::string(grid.text(0, finding.column)) : std::string(finding.otherColumn);
-  const std::string text = findingText(finding);
-  return mark + std::to_string(finding.row) + " " + column + (text.empty() ? "" : ": " + text);
-}
-
-}  // namespace
 
 SheetRow purchase(const SheetRow& cells) {
   return replaced({{"PHYID", "T-100"},
@@ -152,7 +162,7 @@ ImportRun AssetCompany::run() {
 
 void AssetCompany::stage(const std::vector<SheetRow>& sheet) {
   catalogue = buildCatalogue(selection, company);
-  const auto own = acquiredAssetProcedures().ownColumns;
+  const auto own = procedures.ownColumns;
   TextTable table;
   table.reset(static_cast<int>(sheet.front().size() + own.size()));
   table.addRow();
@@ -171,7 +181,7 @@ void AssetCompany::stage(const std::vector<SheetRow>& sheet) {
 std::vector<std::string> AssetCompany::validate() {
   findings.clear();
   ImportRun order = run();
-  acquiredAssetProcedures().validate(order);
+  procedures.validate(order);
   std::vector<std::string> lines;
   for (const Finding& finding : findings.all()) lines.push_back(lineOf(finding, grid));
   return lines;
@@ -179,7 +189,7 @@ std::vector<std::string> AssetCompany::validate() {
 
 PostResult AssetCompany::post() {
   ImportRun order = run();
-  return acquiredAssetProcedures().post(order);
+  return procedures.post(order);
 }
 
 PostResult AssetCompany::import(const std::vector<SheetRow>& sheet) {
@@ -206,6 +216,32 @@ std::vector<std::string> AssetCompany::rows(const std::string& query) {
 std::string AssetCompany::row(const std::string& query) {
   const auto lines = rows(query);
   return lines.empty() ? std::string() : lines.front();
+}
+
+std::string contentsOf(AssetCompany& company, std::span<const char* const> tables) {
+  std::string text;
+  for (const char* table : tables) {
+    const auto rows = company.company.connection->open(std::string("select * from ") + table);
+    for (; !rows->eof(); rows->moveNext()) text += std::string(table) + ": " + filledCells(*rows) + "\n";
+  }
+  return text;
+}
+
+std::string added(const std::string& before, const std::string& after) {
+  std::istringstream lines(after);
+  std::string result;
+  for (std::string line; std::getline(lines, line);) {
+    if (("\n" + before).find("\n" + line + "\n") == std::string::npos) result += line + "\n";
+  }
+  return result;
+}
+
+void expectTables(const std::string& name, const std::string& text) {
+  const std::string path = std::string(ORVA_FIXTURES) + "/posting/" + name + ".txt";
+  std::ifstream file(path);
+  std::stringstream expected;
+  expected << file.rdbuf();
+  EXPECT_EQ(text, expected.str()) << path;
 }
 
 }  // namespace orva

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,8 +9,10 @@
 #include "fakes/fake_services.h"
 #include "fakes/faulty_adapter.h"
 #include "fakes/temporary_folder.h"
+#include "imports/asset/asset_import.h"
 #include "platform/embedded/embedded_adapter.h"
 #include "startup/company_context.h"
+#include "wizard/import_kinds.h"
 #include "wizard/import_run.h"
 
 namespace orva {
@@ -22,6 +25,8 @@ SheetRow purchase(const SheetRow& cells = {});
 /// The same as an opening position: closing balances of the first year.
 SheetRow takenOver(const SheetRow& cells = {});
 SheetRow without(SheetRow row, const std::string& heading);
+/// The row with some cells replaced or added at its end.
+SheetRow replaced(SheetRow row, const SheetRow& cells);
 
 /// A small company in a real database: two open years (2004-05, 2005-06), category "Plant and Machinery"
 /// with "Pumps" and "Centrifugal", all masters, no asset.
@@ -50,6 +55,8 @@ class AssetCompany {
   std::shared_ptr<FaultyAdapter> adapter;
   CompanyContext company;
   Selection selection;
+  /// Of the kind under test.
+  ImportProcedures procedures = acquiredAssetProcedures();
   Catalogue catalogue;
   Findings findings;
   FlexGrid grid{"grid1"};
@@ -62,5 +69,12 @@ class AssetCompany {
  private:
   std::string connectionString() const;
 };
+
+/// Every row of the tables as a line "Table: Field=value, Field=value", without the fields that nobody filled.
+std::string contentsOf(AssetCompany& company, std::span<const char* const> tables);
+/// The lines of `after` that do not stand in `before`, in their order.
+std::string added(const std::string& before, const std::string& after);
+/// Compares with the expected tables in the fixture of that name.
+void expectTables(const std::string& name, const std::string& text);
 
 }  // namespace orva
