@@ -136,23 +136,26 @@ def with_mistakes(rows):
     return rows
 
 
-def write(path, rows):
+AMOUNTS = ("COST", "GST", "SALVAGEVALUE")
+
+
+def write(path, headings, rows, amounts=AMOUNTS):
     book = xlwt.Workbook()
     sheet = book.add_sheet("Asset")
     heading_style = xlwt.easyxf("font: bold on; pattern: pattern solid, fore_colour gray25")
     date_style = xlwt.easyxf(num_format_str="dd/mm/yyyy")
     amount_style = xlwt.easyxf(num_format_str="0.00")
-    for column, heading in enumerate(HEADINGS):
+    for column, heading in enumerate(headings):
         sheet.write(0, column, heading, heading_style)
         sheet.col(column).width = 256 * (34 if heading == "DESCRIPTION" else 16)
     for line, row in enumerate(rows, start=1):
-        for column, heading in enumerate(HEADINGS):
+        for column, heading in enumerate(headings):
             value = row[heading]
             if value == "":
                 continue
             if isinstance(value, datetime.date):
                 sheet.write(line, column, value, date_style)
-            elif heading in ("COST", "GST", "SALVAGEVALUE") and not isinstance(value, str):
+            elif heading in amounts and not isinstance(value, str):
                 sheet.write(line, column, value, amount_style)
             else:
                 sheet.write(line, column, value)
@@ -164,8 +167,8 @@ def write(path, rows):
 def main():
     folder = pathlib.Path(__file__).resolve().parent
     rows = register()
-    write(folder / "acquired-assets.xls", rows)
-    write(folder / "acquired-assets-with-mistakes.xls", with_mistakes(rows))
+    write(folder / "acquired-assets.xls", HEADINGS, rows)
+    write(folder / "acquired-assets-with-mistakes.xls", HEADINGS, with_mistakes(rows))
     print(f"{len(rows)} assets, {len(MISTAKES)} mistakes")
 
 
