@@ -3,13 +3,7 @@
 //
 //   whole_process PROGRAM COMPANY_SCRIPT FOLDER [LARGEST_COMPANY]
 
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -19,12 +13,12 @@
 #include <vector>
 
 #include "platform/xls/xls_workbooks.h"
+#include "run_program.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using orva::CellKind;
-using orva::OutputCell;
+using namespace bench;
 
 /// The most detailed categories of the demonstration company, with the prefix of their identifiers.
 struct Category {
@@ -57,33 +51,6 @@ constexpr Category kCategories[] = {
 };
 constexpr int kCategoryCount = static_cast<int>(std::size(kCategories));
 
-struct Run {
-  int status = -1;
-  double seconds = 0;
-  double megabytes = 0;
-};
-
-/// Runs a program with its output dropped and its input from a file, and waits for it.
-Run runProgram(const std::vector<std::string>& command, const std::string& input = "/dev/null") {
-  const auto start = std::chrono::steady_clock::now();
-  const pid_t child = fork();
-  if (child == 0) {
-    dup2(open(input.c_str(), O_RDONLY), STDIN_FILENO);
-    dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
-    dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
-    std::vector<char*> words;
-    for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));
-    words.push_back(nullptr);
-    execv(words[0], words.data());
-    _exit(127);
-  }
-  int status = 0;
-  rusage usage{};
-  if (child < 0 || wait4(child, &status, 0, &usage) < 0) throw std::runtime_error("no process could be started");
-  const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, wall.count(), static_cast<double>(usage.ru_maxrss) / 1024};
-}
-
 void writeCompanyScript(const fs::path& path, int assets) {
   std::ofstream script(path);
   script << "update Parameter set Digits = 5;\n";
@@ -98,10 +65,6 @@ void writeCompanyScript(const fs::path& path, int assets) {
            << ", 1, #05/12/2025#, #05/20/2025#, '2025-2026', '2025-2026', 60, #05/20/2030#, '0001', '0001');\n";
   }
 }
-
-OutputCell text(std::string value) { return {value.empty() ? CellKind::kBlank : CellKind::kText, std::move(value)}; }
-OutputCell number(std::string value) { return {CellKind::kNumber, std::move(value)}; }
-OutputCell date(std::string value) { return {CellKind::kDate, std::move(value)}; }
 
 /// A workbook of twenty columns; in a bad one every row has three faults.
 void writeWorkbook(const fs::path& path, int rows, bool bad) {
