@@ -78,7 +78,7 @@ void BulkUpdateScreen::run() {
   progress_.begin("Validating data from Excel. Please Wait ......", filledRows(*sheet, 1));
   const std::optional<int> errors = update.check(*sheet);
   progress_.finish("Finished validating data");
-  if (!errors) return say("The update was stopped. No asset was changed.");
+  if (!errors || closeRequested_) return say("The update was stopped. No asset was changed.");
   if (*errors == 0) return apply(update);
   errorCount_ = errors;
   offerErrorFile(update);

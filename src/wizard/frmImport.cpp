@@ -143,7 +143,8 @@ std::span<const std::string_view> frmImport::ownColumns() const {
 
 std::span<const std::string_view> frmImport::sheetColumns() const {
   const ImportProcedures* procedures = findProcedures(registry_, selection_.kind);
-  return procedures ? procedures->sheetColumns : std::span<const std::string_view>();
+  if (!procedures || !procedures->sheetColumns) return {};
+  return procedures->sheetColumns(selection_.mode);
 }
 
 void frmImport::validateRows(ImportRun& run) { findProcedures(registry_, selection_.kind)->validate(run); }

@@ -32,8 +32,8 @@ struct ImportProcedures {
   /// Headings of the columns that staging adds after the workbook's columns
   /// (codes that validation resolves and posting reads).
   std::span<const std::string_view> ownColumns;
-  /// Headings that are staged when the sheet has them although the catalogue of the mode lacks them.
-  std::span<const std::string_view> sheetColumns = {};
+  /// Headings that are staged in a mode when the sheet has them although the catalogue lacks them. Null: none.
+  std::span<const std::string_view> (*sheetColumns)(AssetMode mode) = nullptr;
   /// Checks every row and records findings. Throws `ProviderError`.
   void (*validate)(ImportRun&);
   /// Writes every row. Throws nothing for a failed row: the result tells it.

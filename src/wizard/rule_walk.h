@@ -151,7 +151,8 @@ AfterFailure walkCell(Row& row, const BoundRules<Row>& rules, int column, WalkPo
     if (isExempt(*rule, cell) || !rule->fails(row, cell, *rule)) continue;
     const int marked = rule->marks.empty() ? column : row.columnOf(rule->marks);
     row.record(marked, rule->findingClass, rule->text);
-    if (policy == WalkPolicy::kFirstErrorEndsRow) return AfterFailure::kNextRow;
+    const bool isError = rule->findingClass == FindingClass::kError;
+    if (isError && policy == WalkPolicy::kFirstErrorEndsRow) return AfterFailure::kNextRow;
     if (rule->afterFailure != AfterFailure::kNextRule) return rule->afterFailure;
   }
   return AfterFailure::kNextRule;

@@ -161,7 +161,10 @@ TEST(LeaseEnd, ClosingStopsTheCheckingButNotTheUpdating) {
     int yield;
     Texts leases;
   };
-  const Moment kMoments[] = {{2, {"A1|", "A2|", "O'Neil|"}}, {3, {"A1|31/03/2030", "A2|31/03/2030", "O'Neil|"}}};
+  // The start, each of the two rows and the end yield, first of the checking, then of the updating.
+  const Moment kMoments[] = {{2, {"A1|", "A2|", "O'Neil|"}},
+                             {4, {"A1|", "A2|", "O'Neil|"}},
+                             {6, {"A1|31/03/2030", "A2|31/03/2030", "O'Neil|"}}};
   for (const Moment& moment : kMoments) {
     LeaseEnds update;
     int closed = 0;

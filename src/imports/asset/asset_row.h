@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "imports/asset/calendar_year.h"
 #include "imports/asset/category.h"
 #include "wizard/rule_walk.h"
 
@@ -28,14 +29,6 @@ struct CalculatedDepreciation {
   bool isPresent = false;
   /// "SLM" or "WDV" of the first entry.
   std::string method = {};
-};
-
-/// A year of a calendar that a date falls in.
-struct CalendarYear {
-  std::string name = {};
-  Date opening = {};
-  Date closing = {};
-  bool isClosed = false;
 };
 
 /// What the backdated test, made once a row, found.

@@ -2,33 +2,26 @@
 
 #include <array>
 
-#include "imports/transactions/transaction_row.h"
+#include "imports/transactions/transaction_checks.h"
 
 namespace orva {
 namespace {
 
-Date referenceDate(const TransactionRow& row) { return row.dateArgument("REFDATE").value_or(Date()); }
+/// An asset that is put to use later counts as missing. Without a reference date any asset will do: its own column
+/// reports that date.
+bool isMissingByThen(TransactionRow& row, const Cell&, const TransactionRule& rule) {
+  return row.comparableDate() ? !row.finds(rule.lookup) : !row.assetExists();
+}
 
 bool isOutsideAccountingYears(TransactionRow& row, const Cell&, const TransactionRule&) {
-  return accountingYearOf(row, referenceDate(row)).empty();
+  return !row.accountingYear();
 }
 
-/// The year of the reference date or any year whose key sorts after it is
-/// closed; the closed one becomes {closed year}.
+/// The year of the reference date or a later one is closed; it becomes {closed year}.
 bool isFromHereOnClosed(TransactionRow& row, const Cell&, const TransactionRule&) {
-  row.setFact("year", accountingYearOf(row, referenceDate(row)));
-  const auto years = row.open({.access = "Select * from accyear where accyear >='{year}'"});
-  for (; !years->eof(); years->moveNext()) {
-    if (!years->get("closed").toBoolean()) continue;
-    row.setFact("closed year", nullToText(years->get("accyear")));
-    return true;
-  }
-  return false;
-}
-
-bool isBeforeVoucherDate(TransactionRow& row, const Cell&, const TransactionRule&) {
-  const auto voucherDate = row.assetDate("docdt");
-  return voucherDate && referenceDate(row) < *voucherDate;
+  const CalendarYear* closed = row.accountingYears().closedFrom(row.accountingYear()->name);
+  if (closed) row.setFact("closed year", closed->name);
+  return closed != nullptr;
 }
 
 bool isPeriodEmpty(TransactionRow& row, std::string_view from, std::string_view to) {
@@ -45,9 +38,7 @@ bool isInsurancePeriodEmpty(TransactionRow& row, const Cell&, const TransactionR
   return isPeriodEmpty(row, "INSFROM", "INSTO");
 }
 
-bool isZero(TransactionRow&, const Cell& cell, const TransactionRule&) { return val(cell.value) == 0; }
-
-constexpr std::string_view kTooLong = "{value} exceeds the maximum length {size}";
+bool isZero(TransactionRow&, const Cell& cell, const TransactionRule&) { return amountIn(cell.value) == Currency(); }
 
 /// Where the two kinds of contract differ.
 struct Contract {
@@ -95,25 +86,22 @@ constexpr Contract kInsurance{.missing = "Asset Id : {value} does not exist For 
 /// tables: a column that the sheet lacks is never visited.
 constexpr auto rulesOf(const Contract& contract) {
   return std::array{
+      TransactionRule{.column = "ASSETID", .fails = isBlank, .text = kNoAssetId, .namesBlank = true},
       TransactionRule{.column = "ASSETID", .fails = exceedsSize, .text = kTooLong},
-      TransactionRule{.column = "ASSETID", .fails = isBlank, .text = "AssetID should not be blank", .namesBlank = true},
       TransactionRule{.column = "ASSETID",
-                      .fails = isFound,
+                      .fails = isFoundByDate,
                       .text = "Asset Id : {value} sale/Discarded.",
-                      .lookup = {.access = "Select * from Assetout where assetid ='{id}' and DocDt <={#REFDATE}"}},
+                      .lookup = {.access = "Select * from Assetout where assetid ='{id}' and DocDt <={#date}"}},
       TransactionRule{.column = "ASSETID",
-                      .fails = isNotFound,
+                      .fails = isMissingByThen,
                       .text = contract.missing,
-                      .lookup = {.access = "Select * from Asset where assetid ='{id}' and UseDate <={#REFDATE}"}},
+                      .lookup = {.access = "Select * from Asset where assetid ='{id}' and UseDate <={#date}"}},
       TransactionRule{.column = "ASSETID",
-                      .fails = isFound,
+                      .fails = isFoundByDate,
                       .text = "Asset Id : {value} shifted out.",
-                      .lookup = {.access = "Select * from shift where assetid ='{id}' and DocDt <={#REFDATE}"
-                                           " And TfrOut = true and sameloc = false",
-                                 .sqlServer = "Select * from shift where assetid ='{id}' and DocDt <={#REFDATE}"
-                                              " And tfrout = 1 and sameloc = 0"}},
-      TransactionRule{.column = "REFNO", .fails = exceedsSize, .text = kTooLong},
+                      .lookup = kShiftedOutByDate},
       TransactionRule{.column = "REFNO", .fails = isBlank, .text = "Ref no. should not be blank", .namesBlank = true},
+      TransactionRule{.column = "REFNO", .fails = exceedsSize, .text = kTooLong},
       TransactionRule{
           .column = "REFNO", .fails = isFound, .text = "Ref no. : {value} Duplicate.", .lookup = contract.duplicate},
       TransactionRule{
@@ -158,26 +146,15 @@ constexpr auto rulesOf(const Contract& contract) {
 constexpr auto kAmcRules = rulesOf(kAmc);
 constexpr auto kInsuranceRules = rulesOf(kInsurance);
 
-void storeReferenceDate(TransactionRow& row, const Cell& cell, std::string_view target) {
-  const auto date = Date::parseDayMonthYear(cell.value);
-  if (!date) return;
-  row.set("Accyear", accountingYearOf(row, *date));
-  row.set(target, *date);
-}
-
 void storeAssetWithVendor(TransactionRow& row, const Cell& cell, std::string_view target) {
-  row.set(target, cell.value);
+  storeAssetId(row, cell, target);
   row.set("VendorCode", row.assetField("VendorCode"));
-}
-
-void storeCompany(TransactionRow& row, const Cell&, std::string_view target) {
-  row.set(target, row.run().company.companyCode);
 }
 
 constexpr PostedColumn<TransactionRow> kAmcColumns[] = {
     {.target = "Cocd", .store = storeCompany},
     {.heading = "REFNO", .target = "DocNo"},
-    {.heading = "REFDATE", .target = "DocDt", .store = storeReferenceDate},
+    {.heading = "REFDATE", .target = "DocDt", .store = storeDateWithYear},
     {.heading = "ASSETID", .target = "AssetId", .store = storeAssetWithVendor},
     {.heading = "AMCFROM", .target = "AmcFromDt"},
     {.heading = "AMCTO", .target = "AmcUptoDt"},
@@ -188,8 +165,8 @@ constexpr PostedColumn<TransactionRow> kAmcColumns[] = {
 /// The remarks stand in `InsuranceName`; the table has neither a remarks column nor a company code.
 constexpr PostedColumn<TransactionRow> kInsuranceColumns[] = {
     {.heading = "REFNO", .target = "Insurancecode"},
-    {.heading = "REFDATE", .target = "DocDt", .store = storeReferenceDate},
-    {.heading = "ASSETID", .target = "AssetId"},
+    {.heading = "REFDATE", .target = "DocDt", .store = storeDateWithYear},
+    {.heading = "ASSETID", .target = "AssetId", .store = storeAssetId},
     {.heading = "INSFROM", .target = "Insfromdt"},
     {.heading = "INSTO", .target = "Insuptodt"},
     {.heading = "POLICYAMT", .target = "Amount"},
@@ -197,23 +174,25 @@ constexpr PostedColumn<TransactionRow> kInsuranceColumns[] = {
     {.heading = "REMARKS", .target = "InsuranceName"},
 };
 
+constexpr TransactionColumns kSheet{.date = "REFDATE"};
+
 void validateAmc(ImportRun& run) {
-  TransactionRow row(run);
+  TransactionRow row(run, kSheet);
   validateTransactions(row, kAmcRules);
 }
 
 void validateInsurance(ImportRun& run) {
-  TransactionRow row(run);
+  TransactionRow row(run, kSheet);
   validateTransactions(row, kInsuranceRules);
 }
 
 PostResult postAmc(ImportRun& run) {
-  TransactionRow row(run);
+  TransactionRow row(run, kSheet);
   return postResult(runPosting<TransactionRow>(row, {.query = "select * from AMC", .columns = kAmcColumns}));
 }
 
 PostResult postInsurance(ImportRun& run) {
-  TransactionRow row(run);
+  TransactionRow row(run, kSheet);
   return postResult(
       runPosting<TransactionRow>(row, {.query = "select * from Insurance", .columns = kInsuranceColumns}));
 }

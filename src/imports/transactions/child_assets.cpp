@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "imports/transactions/child_rules.h"
+#include "imports/transactions/transaction_checks.h"
 
 namespace orva {
 namespace {
@@ -16,7 +17,9 @@ struct Family {
   std::vector<int> rows;
 };
 
-void markNegativeFamilies(ImportRun& run, const std::map<std::string, Family>& families, int costColumn) {
+using Families = std::map<std::string, Family>;
+
+void markNegativeFamilies(ImportRun& run, const Families& families, int costColumn) {
   std::vector<Finding> findings;
   for (const auto& [parent, family] : families) {
     if (family.cost >= Currency()) continue;
@@ -25,21 +28,26 @@ void markNegativeFamilies(ImportRun& run, const std::map<std::string, Family>& f
   if (!findings.empty()) run.findings.addToEarlierRows(std::move(findings));
 }
 
+void addUp(ChildRow& row, Families& families) {
+  if (!row.assetExists()) return;
+  const auto [family, isNew] = families.try_emplace(toUpper(row.assetId()));
+  if (isNew) family->second.cost = familyCost(row);
+  family->second.cost = boundedSum(family->second.cost, row.cost());
+  family->second.rows.push_back(row.row());
+}
+
 void validateChildren(ImportRun& run) {
   ChildRow row(run);
-  std::map<std::string, Family> families;
-  walkRows<ChildRow>(row, childRules(), WalkPolicy::kFirstErrorEndsRow, [&families](ChildRow& current) {
-    const auto [family, isNew] = families.try_emplace(toUpper(current.assetId()));
-    if (isNew) family->second.cost = familyCost(current);
-    family->second.cost += current.cost();
-    family->second.rows.push_back(current.row());
-  });
-  markNegativeFamilies(run, families, row.columnOf("COST"));
+  Families families;
+  validateTransactions(row, childRules(), [&families](ChildRow& current) { addUp(current, families); });
+  if (!run.progress.stopRequested()) markNegativeFamilies(run, families, row.columnOf("COST"));
 }
 
 void storeChildId(ChildRow& row, const Cell&, std::string_view target) {
   const std::string childId = nextChildId(row);
-  row.run().grid.setText(row.row(), row.columnOf("ASSETID"), childId);
+  for (FlexGrid* grid : {&row.run().grid, &row.run().saved}) {
+    grid->setText(row.row(), row.columnOf("ASSETID"), childId);
+  }
   row.set(target, childId);
 }
 
@@ -49,28 +57,20 @@ void storeVendor(ChildRow& row, const Cell& cell, std::string_view target) {
   row.set(target, name.empty() ? "NONE" : row.masters().findOrCreate(MasterId::kVendor, {.description = name}));
 }
 
-void storeUser(ChildRow& row, const Cell& cell, std::string_view target) {
-  row.set(target, cell.isBlank() ? Value("NONE") : Value(cell.value));
-}
-
 void storeIgnoreCost(ChildRow& row, const Cell& cell, std::string_view target) {
   row.set(target, equalsNoCase(trim(cell.value), "YES") ? -1 : 0);
 }
 
-/// Category of the parent, which decides about salvage values and leases.
-Value categoryField(ChildRow& row, std::string_view field) {
+/// The category of the parent decides about salvage values and leases: without a cell the value is 0 where it allows
+/// none, and unset otherwise.
+void storeSalvageValue(ChildRow& row) {
   const auto category = row.open({.access = "Select f.* From FADefinition f, Asset a Where f.defcode = a.defcode"
                                             " and a.assetId ='{id}'"});
-  return category->eof() ? Value() : category->get(field);
-}
-
-/// Without a cell the value is 0 where the category allows none, and unset otherwise.
-void storeSalvageValue(ChildRow& row) {
-  const std::string_view cell = trim(row.cell("SALVAGEVALUE"));
-  const Value costSalvage = categoryField(row, "CostSalvage");
-  const Value leaseHold = categoryField(row, "blnLeaseHold");
+  const Value costSalvage = category->eof() ? Value() : category->get("CostSalvage");
+  const Value leaseHold = category->eof() ? Value() : category->get("blnLeaseHold");
   row.set("CostSalvage", costSalvage);
   row.set("blnLeaseHold", leaseHold);
+  const std::string_view cell = trim(row.cell("SALVAGEVALUE"));
   if (!cell.empty()) {
     row.set("SalvageValue", cell);
   } else if (costSalvage.toBoolean() || leaseHold.toBoolean()) {
@@ -78,9 +78,7 @@ void storeSalvageValue(ChildRow& row) {
   }
 }
 
-void storeFromParent(ChildRow& row, const Cell&, std::string_view target) { row.set(target, row.assetField(target)); }
-
-void storeParentId(ChildRow& row, const Cell&, std::string_view target) { row.set(target, row.assetField("AssetId")); }
+void storeParentId(ChildRow& row, const Cell&, std::string_view target) { row.set(target, row.parentId()); }
 
 void storeCalculation(ChildRow& row, const Cell&, std::string_view target) {
   row.set(target, row.constant("select DepChildCaln from Parameter ", "DepChildCaln"));
@@ -88,10 +86,6 @@ void storeCalculation(ChildRow& row, const Cell&, std::string_view target) {
 
 void storeAcquisitionKind(ChildRow& row, const Cell&, std::string_view target) {
   row.set(target, row.run().selection.kind == ImportKindId::kDepChildFx ? "F" : "Purchased");
-}
-
-void storeCompany(ChildRow& row, const Cell&, std::string_view target) {
-  row.set(target, row.run().company.companyCode);
 }
 
 constexpr PostedColumn<ChildRow> kChildColumns[] = {
@@ -109,29 +103,29 @@ constexpr PostedColumn<ChildRow> kChildColumns[] = {
     {.heading = "PONO", .target = "PONO"},
     {.heading = "PODATE", .target = "PODT"},
     {.heading = "REMARKS", .target = "REMARKS"},
-    {.heading = "USER", .target = "UsedBy", .store = storeUser},
+    {.heading = "USER", .target = "UsedBy", .store = storeOrNone},
     {.heading = "IGNORECOSTIT", .target = "IgnoreCostInITDep", .store = storeIgnoreCost},
     {.heading = "CENVAT", .target = "Modvat"},
     {.target = "PAssetId", .store = storeParentId},
-    {.target = "BlockCode", .store = storeFromParent},
-    {.target = "FaCode", .store = storeFromParent},
-    {.target = "MainLocation", .store = storeFromParent},
-    {.target = "SubLocation", .store = storeFromParent},
-    {.target = "PhysicalLocation", .store = storeFromParent},
-    {.target = "DeptCode", .store = storeFromParent},
-    {.target = "Ownership", .store = storeFromParent},
-    {.target = "FinYear", .store = storeFromParent},
-    {.target = "AccYear", .store = storeFromParent},
-    {.target = "DefCode", .store = storeFromParent},
-    {.target = "ClassCode", .store = storeFromParent},
-    {.target = "SubClasscode", .store = storeFromParent},
-    {.target = "LocationId", .store = storeFromParent},
-    {.target = "Centrecode", .store = storeFromParent},
-    {.target = "FAAge", .store = storeFromParent},
-    {.target = "CostQty", .store = storeFromParent},
-    {.target = "FlgAddnlRate", .store = storeFromParent},
-    {.target = "Batch", .store = storeFromParent},
-    {.target = "Qty", .store = storeFromParent},
+    {.target = "BlockCode", .store = storeFromAsset},
+    {.target = "FaCode", .store = storeFromAsset},
+    {.target = "MainLocation", .store = storeFromAsset},
+    {.target = "SubLocation", .store = storeFromAsset},
+    {.target = "PhysicalLocation", .store = storeFromAsset},
+    {.target = "DeptCode", .store = storeFromAsset},
+    {.target = "Ownership", .store = storeFromAsset},
+    {.target = "FinYear", .store = storeFromAsset},
+    {.target = "AccYear", .store = storeFromAsset},
+    {.target = "DefCode", .store = storeFromAsset},
+    {.target = "ClassCode", .store = storeFromAsset},
+    {.target = "SubClasscode", .store = storeFromAsset},
+    {.target = "LocationId", .store = storeFromAsset},
+    {.target = "Centrecode", .store = storeFromAsset},
+    {.target = "FAAge", .store = storeFromAsset},
+    {.target = "CostQty", .store = storeFromAsset},
+    {.target = "FlgAddnlRate", .store = storeFromAsset},
+    {.target = "Batch", .store = storeFromAsset},
+    {.target = "Qty", .store = storeFromAsset},
     {.target = "Acquiredas", .store = storeAcquisitionKind},
     {.target = "DepChildCaln", .store = storeCalculation},
     {.target = "cocd", .store = storeCompany},

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "platform/values/numeric_text.h"
+
 namespace orva {
 namespace {
 
-constexpr Query kHighestInAsset{.access =
-                                    "Select assetid from asset where {upper}(PAssetId) ='{id}' order by assetid desc"};
+constexpr Query kChildrenInAsset{.access =
+                                     "Select assetid from asset where {upper}(PAssetId) ='{id}' order by assetid desc"};
 
 constexpr Query kHighestInAddition{
     .access =
@@ -26,11 +28,24 @@ long long suffixOf(std::string_view childId, std::string_view parentId) {
 
 }  // namespace
 
+std::optional<Date> ChildRow::dateArgument(std::string_view name) const {
+  if (name == "opening date") return year_.opening;
+  if (name == "closing date") return year_.closing;
+  return TransactionRow::dateArgument(name);
+}
+
+void ChildRow::placeInYear(const CalendarYear& year) {
+  year_ = year;
+  setFact("year", year.name);
+}
+
 std::string nextChildId(ChildRow& row) {
-  const std::string parentId = row.assetId();
+  const std::string parentId = row.parentId();
   long long highest = 0;
-  const auto inAsset = row.open(kHighestInAsset);
-  if (!inAsset->eof()) highest = suffixOf(nullToText(inAsset->get("assetid")), parentId);
+  // As texts "-99" sorts after "-100", so all are read.
+  for (const auto inAsset = row.open(kChildrenInAsset); !inAsset->eof(); inAsset->moveNext()) {
+    highest = std::max(highest, suffixOf(nullToText(inAsset->get("assetid")), parentId));
+  }
   const auto inAddition = row.open(kHighestInAddition);
   if (!inAddition->eof()) {
     highest = std::max<long long>(highest, inAddition->get("MaxAssetID").toInteger().value_or(0));
@@ -40,9 +55,9 @@ std::string nextChildId(ChildRow& row) {
 
 Currency familyCost(ChildRow& row) {
   const auto children = row.open(kChildCost);
-  const Currency childCost =
-      children->eof() ? Currency() : children->get("ChildCost").toCurrency().value_or(Currency());
-  return row.assetField("Cost").toCurrency().value_or(Currency()) + childCost;
+  const Value childCost = children->eof() ? Value() : children->get("ChildCost");
+  return boundedSum(row.assetField("Cost").toCurrency().value_or(Currency()),
+                    childCost.toCurrency().value_or(Currency()));
 }
 
 }  // namespace orva

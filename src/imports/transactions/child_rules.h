@@ -1,6 +1,6 @@
 #pragma once
 
-#include <span>
+#include <vector>
 
 #include "imports/transactions/child_row.h"
 
@@ -8,7 +8,7 @@ namespace orva {
 
 using ChildRule = Rule<ChildRow>;
 
-/// The checks of a child row in the order in which they run.
-std::span<const ChildRule> childRules();
+/// The checks of a child row in the order in which they run within their columns.
+std::vector<ChildRule> childRules();
 
 }  // namespace orva

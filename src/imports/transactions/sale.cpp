@@ -1,54 +1,59 @@
 #include "imports/transactions/sale.h"
 
-#include "imports/transactions/transaction_row.h"
+#include "imports/transactions/transaction_checks.h"
 
 namespace orva {
 namespace {
 
-Date saleDate(const TransactionRow& row) { return row.dateArgument("SALEDATE").value_or(Date()); }
+bool isSaleDateNoDate(TransactionRow& row, const Cell&, const TransactionRule&) { return !row.date(); }
 
-bool isSaleDateNoDate(TransactionRow& row, const Cell&, const TransactionRule&) {
-  return !row.dateArgument("SALEDATE");
+bool isClosedBy(TransactionRow& row, ClosedCalendar calendar) {
+  return closedCalendarAt(row.accountingYears(), row.financialYears(), *row.date()) == calendar;
 }
 
 bool isFinancialYearClosed(TransactionRow& row, const Cell&, const TransactionRule&) {
-  return closedCalendarAt(row, saleDate(row)) == ClosedCalendar::kFinancial;
+  return isClosedBy(row, ClosedCalendar::kFinancial);
 }
 
 bool isAccountingYearClosed(TransactionRow& row, const Cell&, const TransactionRule&) {
-  return closedCalendarAt(row, saleDate(row)) == ClosedCalendar::kAccounting;
+  return isClosedBy(row, ClosedCalendar::kAccounting);
 }
 
 bool isOutsideEveryYear(TransactionRow& row, const Cell&, const TransactionRule&) {
-  return accountingYearOf(row, saleDate(row)).empty() || financialYearOf(row, saleDate(row)).empty();
-}
-
-bool isBeforeVoucherDate(TransactionRow& row, const Cell&, const TransactionRule&) {
-  const auto voucherDate = row.assetDate("docdt");
-  return voucherDate && saleDate(row) < *voucherDate;
+  return !row.accountingYear() || !row.financialYear();
 }
 
 bool isBeforeUse(TransactionRow& row, const Cell&, const TransactionRule&) {
   const auto useDate = row.assetDate("usedate");
-  return useDate && saleDate(row) < *useDate;
+  return useDate && *row.date() < *useDate;
 }
 
 /// The sale date is on or before `upTo`, which becomes {up to}.
 bool isCovered(TransactionRow& row, std::optional<Date> upTo) {
-  if (!upTo || saleDate(row) > *upTo) return false;
+  if (!upTo || *row.date() > *upTo) return false;
   row.setFact("up to", upTo->toDayMonthYear());
   return true;
 }
 
+/// One set of books: the entries of its depreciation table under the asset's code. Entries of reclassifications and
+/// sales do not count.
 bool isDepreciatedInTable(TransactionRow& row, std::string_view table, std::string_view codeField) {
   const std::string faCode = nullToText(row.assetField(codeField));
-  return !trim(faCode).empty() && isCovered(row, latestDepreciation(row, table, faCode));
+  if (trim(faCode).empty()) return false;
+  std::string latest = "Select max(docdt) as docdt from ";
+  latest += table;
+  latest +=
+      " where ((reclass <>'Y' and reclass <>'M' and reclass <>'R') or reclass is Null)"
+      " and (flag <> 'S' and flag <>'O' or flag is Null) and facode = ";
+  latest += sqlQuote(faCode);
+  return isCovered(row, row.constant(latest, "docdt").toDate());
 }
 
 bool isDepreciatedInBooks(TransactionRow& row, const Cell&, const TransactionRule&) {
   return isDepreciatedInTable(row, "fadep", "facode");
 }
 
+/// Whatever its asset, any entry counts.
 bool isDepreciatedForIncomeTax(TransactionRow& row, const Cell&, const TransactionRule&) {
   return isCovered(row, row.constant("Select max(docdt) as docdt from Itaxdep ", "docdt").toDate());
 }
@@ -89,27 +94,20 @@ bool hasSpecialCharacter(TransactionRow&, const Cell& cell, const TransactionRul
   return cell.value.find_first_of("'\"\r\n") != std::string_view::npos;
 }
 
-constexpr std::string_view kTooLong = "{value} exceeds the maximum length {size}";
 constexpr std::string_view kNoYear = " Sale Date {value} doesn't fall in any of the Financial Year defined.";
 constexpr std::string_view kBookDepreciated = " Depreciation as per {book} already calculated upto {up to}";
 
 // In the order in which the checks run.
 constexpr TransactionRule kSaleRules[] = {
+    {.column = "ASSETID", .fails = isBlank, .text = kNoAssetId, .namesBlank = true},
     {.column = "ASSETID", .fails = exceedsSize, .text = kTooLong},
-    {.column = "ASSETID", .fails = isBlank, .text = "AssetID should not be blank", .namesBlank = true},
-    {.column = "ASSETID",
-     .fails = isFound,
-     .text = "Asset Id : {value} sale/Discarded.",
-     .lookup = {.access = "Select * from Assetout where assetid ='{id}'"}},
+    {.column = "ASSETID", .fails = isFound, .text = "Asset Id : {value} sale/Discarded.", .lookup = kSoldOrDiscarded},
     {.column = "ASSETID", .fails = isAssetMissing, .text = "Asset Id : {value} does not exist For Sale in ORVA."},
     {.column = "ASSETID", .fails = isSaleDateNoDate, .text = "Invalid Sale Date {SALEDATE}", .marks = "SALEDATE"},
     {.column = "ASSETID",
-     .fails = isFound,
+     .fails = isFoundByDate,
      .text = "Asset Id : {value} shifted out.",
-     .lookup = {.access = "Select * from shift where assetid ='{id}' and DocDt <={#SALEDATE}"
-                          " And TfrOut = true and sameloc = false",
-                .sqlServer = "Select * from shift where assetid ='{id}' and DocDt <={#SALEDATE}"
-                             " And tfrout = 1 and sameloc = 0"}},
+     .lookup = kShiftedOutByDate},
     {.column = "INVOICENO", .fails = isBlank, .text = "Invoice no. should not be blank", .namesBlank = true},
     {.column = "INVOICENO", .fails = exceedsSize, .text = kTooLong},
     {.column = "SALEDATE", .fails = isBlank, .text = " Sale Date should not be blank", .namesBlank = true},
@@ -142,13 +140,6 @@ constexpr TransactionRule kSaleRules[] = {
     {.column = "REMARKS", .fails = exceedsSize, .text = kTooLong},
 };
 
-void storeSaleDate(TransactionRow& row, const Cell& cell, std::string_view target) {
-  const auto date = Date::parseDayMonthYear(cell.value);
-  if (!date) return;
-  row.set("Accyear", accountingYearOf(row, *date));
-  row.set(target, *date);
-}
-
 void storeAssetFacts(TransactionRow& row) {
   if (!row.assetExists()) return;
   row.set("CoCd", row.assetField("cocd"));
@@ -156,18 +147,23 @@ void storeAssetFacts(TransactionRow& row) {
 }
 
 constexpr PostedColumn<TransactionRow> kSaleColumns[] = {
-    {.heading = "INVOICENO", .target = "DocNo"}, {.heading = "SALEDATE", .target = "Docdt", .store = storeSaleDate},
-    {.heading = "ASSETID", .target = "AssetId"}, {.heading = "SALEAMT", .target = "SaleValue"},
-    {.heading = "SERIALNO", .target = "SrNo"},   {.heading = "REMARKS", .target = "Remarks"},
+    {.heading = "INVOICENO", .target = "DocNo"},
+    {.heading = "SALEDATE", .target = "Docdt", .store = storeDateWithYear},
+    {.heading = "ASSETID", .target = "AssetId", .store = storeAssetId},
+    {.heading = "SALEAMT", .target = "SaleValue"},
+    {.heading = "SERIALNO", .target = "SrNo"},
+    {.heading = "REMARKS", .target = "Remarks"},
 };
 
+constexpr TransactionColumns kSheet{.date = "SALEDATE"};
+
 void validateSale(ImportRun& run) {
-  TransactionRow row(run);
+  TransactionRow row(run, kSheet);
   validateTransactions(row, kSaleRules);
 }
 
 PostResult postSale(ImportRun& run) {
-  TransactionRow row(run);
+  TransactionRow row(run, kSheet);
   return postResult(runPosting<TransactionRow>(
       row, {.query = "select * from AssetOut", .columns = kSaleColumns, .beforeSave = storeAssetFacts}));
 }

@@ -3,82 +3,39 @@
 #include <deque>
 #include <vector>
 
-#include "imports/transactions/transaction_row.h"
+#include "imports/transactions/named_asset_row.h"
+#include "imports/transactions/transaction_checks.h"
 
 namespace orva {
 namespace {
 
-/// Finds the asset by its physical identifier when the user chose so: the identifier column then
-/// carries `PHYID` values, and the values go to the row of that asset's identifier.
-class FieldsRow : public TransactionRow {
- public:
-  using TransactionRow::TransactionRow;
+using FieldsRule = Rule<NamedAssetRow>;
 
-  std::string textArgument(std::string_view name) const override {
-    return name == "id" && byPhysicalId() ? foundId_ : TransactionRow::textArgument(name);
-  }
-
-  void begin(int row) override {
-    TransactionRow::begin(row);
-    foundId_.clear();
-    if (!byPhysicalId()) return;
-    setFact("physical id", assetId());
-    const auto rows = open({.access = "Select assetid from Asset where phyid ='{physical id}'"});
-    if (!rows->eof()) foundId_ = nullToText(rows->get("assetid"));
-  }
-
-  std::string foundAssetId() const { return textArgument("id"); }
-
- private:
-  bool byPhysicalId() const { return run().selection.mode == AssetMode::kModifyByPhysicalId; }
-
-  std::string foundId_;
-};
-
-using FieldsRule = Rule<FieldsRow>;
-
-bool isMissing(FieldsRow& row, const Cell&, const FieldsRule&) { return !row.assetExists(); }
-
-bool isYearClosed(FieldsRow& row, const Cell& cell, const FieldsRule&) {
-  return isAssetAccountingYearClosed(row, cell, {});
-}
-
-bool isFinancialYearClosed(FieldsRow& row, const Cell& cell, const FieldsRule&) {
-  return isAssetFinancialYearClosed(row, cell, {});
-}
-
-bool isInvalidDate(FieldsRow& row, const Cell& cell, const FieldsRule& rule) {
+bool isInvalidDate(NamedAssetRow& row, const Cell& cell, const FieldsRule& rule) {
   return !cell.isBlank() && (isNoDate(row, cell, rule) || isOutsideServerRange(row, cell, rule));
 }
 
-bool isTrimmedTooLong(FieldsRow& row, const Cell& cell, const FieldsRule& rule) {
+bool isTrimmedTooLong(NamedAssetRow& row, const Cell& cell, const FieldsRule& rule) {
   Cell trimmed = cell;
   trimmed.value = trim(cell.value);
   return exceedsSize(row, trimmed, rule);
 }
 
-constexpr std::string_view kTooLong = "{value} exceeds the maximum length {size}";
-
-// In the order in which the checks run.
+// After the checks of the asset's name, in the order in which they run.
 constexpr FieldsRule kAssetRules[] = {
-    {.column = "ASSETID", .fails = isBlank, .text = "AssetID should not be blank", .namesBlank = true},
-    {.column = "ASSETID", .fails = exceedsSize, .text = kTooLong},
-    {.column = "ASSETID",
-     .fails = isMissing,
-     .text = "Asset Id : {value} does not exist in Acquistion of Assets in ORVA."},
-    {.column = "ASSETID",
-     .fails = isYearClosed,
-     .text = "Asset Id : {value}'s accounting year : {year} is closed. Can't import"},
-    {.column = "ASSETID",
-     .fails = isFinancialYearClosed,
-     .text = "Asset Id : {value}'s Financial year : {year} is closed. Can't import"},
-    {.column = "ASSETID",
+    {.column = kNamingColumn,
+     .fails = isAssetAccountingYearClosed,
+     .text = "{named by} : {value}'s accounting year : {year} is closed. Can't import"},
+    {.column = kNamingColumn,
+     .fails = isAssetFinancialYearClosed,
+     .text = "{named by} : {value}'s Financial year : {year} is closed. Can't import"},
+    {.column = kNamingColumn,
      .fails = isFound,
-     .text = "Asset Id : {value} is sold / Discarded. Can't import",
+     .text = "{named by} : {value} is sold / Discarded. Can't import",
      .lookup = kSoldOrDiscarded},
-    {.column = "ASSETID",
+    {.column = kNamingColumn,
      .fails = isFound,
-     .text = "Asset Id : {value} is Transferred out. Can't import",
+     .text = "{named by} : {value} is Transferred out. Can't import",
      .lookup = kTransferredOut},
 };
 
@@ -93,7 +50,8 @@ bool isValueField(const FieldRow& field) {
 
 /// The fixed rules of the asset and one rule for each user-defined column.
 std::vector<FieldsRule> rulesFor(const Catalogue& catalogue, std::deque<std::string>& headings) {
-  std::vector<FieldsRule> rules(std::begin(kAssetRules), std::end(kAssetRules));
+  std::vector<FieldsRule> rules(namingRules().begin(), namingRules().end());
+  rules.insert(rules.end(), std::begin(kAssetRules), std::end(kAssetRules));
   for (const FieldRow& field : catalogue) {
     if (!isValueField(field)) continue;
     FieldsRule rule = field.type == "Date" ? kDateRule : kTextRule;
@@ -103,7 +61,7 @@ std::vector<FieldsRule> rulesFor(const Catalogue& catalogue, std::deque<std::str
   return rules;
 }
 
-bool hasNoValue(FieldsRow& row) {
+bool hasNoValue(NamedAssetRow& row) {
   for (int column = 0; column < row.columnCount(); ++column) {
     const Cell& cell = row.cellAt(column);
     if (cell.field && isValueField(*cell.field) && !cell.isBlank()) return false;
@@ -112,22 +70,21 @@ bool hasNoValue(FieldsRow& row) {
 }
 
 /// The message stands once; every cell of the row is marked.
-void refuseEmptyRow(FieldsRow& row) {
+void refuseEmptyRow(NamedAssetRow& row) {
   if (row.run().findings.rowHas(row.row(), FindingClass::kError) || !hasNoValue(row)) return;
   row.record(0, FindingClass::kError, "ROW : {row} is empty. Empty row can't be updated.");
   for (int column = 1; column < row.columnCount(); ++column) row.record(column, FindingClass::kError, {});
 }
 
 void validateFields(ImportRun& run) {
-  FieldsRow row(run);
+  NamedAssetRow row(run);
   std::deque<std::string> headings;
-  const std::vector<FieldsRule> rules = rulesFor(run.catalogue, headings);
-  walkRows<FieldsRow>(row, rules, WalkPolicy::kFirstErrorEndsRow, refuseEmptyRow);
+  validateTransactions(row, rulesFor(run.catalogue, headings), refuseEmptyRow);
 }
 
 /// The asset's row of values, or a new one.
-bool startValues(FieldsRow& row) {
-  const std::string assetId = row.foundAssetId();
+bool startValues(NamedAssetRow& row) {
+  const std::string assetId = row.assetId();
   row.record().filter("Assetid=" + sqlQuote(assetId));
   if (row.record().eof()) {
     row.record().addNew();
@@ -137,27 +94,31 @@ bool startValues(FieldsRow& row) {
 }
 
 /// A value column is "UDV" and the field's number. A blank cell leaves the stored value.
-void storeValue(FieldsRow& row, const Cell& cell, std::string_view) {
+void storeValue(NamedAssetRow& row, const Cell& cell, std::string_view) {
   if (cell.isBlank()) return;
   row.set("UDV" + cell.field->position, trim(cell.value));
 }
 
 PostResult postFields(ImportRun& run) {
-  FieldsRow row(run);
+  NamedAssetRow row(run);
   std::deque<std::string> headings;
-  std::vector<PostedColumn<FieldsRow>> columns;
+  std::vector<PostedColumn<NamedAssetRow>> columns;
   for (const FieldRow& field : run.catalogue) {
     if (!isValueField(field)) continue;
     columns.push_back({.heading = headings.emplace_back(toUpper(trim(field.excelName))), .store = storeValue});
   }
   return postResult(
-      runPosting<FieldsRow>(row, {.query = "Select * from udvalues", .columns = columns, .start = startValues}));
+      runPosting<NamedAssetRow>(row, {.query = "Select * from udvalues", .columns = columns, .start = startValues}));
 }
 
 }  // namespace
 
 ImportProcedures userDefinedFieldsProcedures() {
-  return {.kind = ImportKindId::kUdf, .ownColumns = {}, .validate = validateFields, .post = postFields};
+  return {.kind = ImportKindId::kUdf,
+          .ownColumns = {},
+          .sheetColumns = namingColumns,
+          .validate = validateFields,
+          .post = postFields};
 }
 
 }  // namespace orva
