@@ -59,11 +59,11 @@ class Windows {
   void showImport() {
     auto screen = std::make_unique<frmImport>(
         services_, company_, wiring_.importKinds(),
-        ImportCallbacks{.onClose = [this] { later([this] { closeWizard(); }); },
-                        .onUpdateLeod = [this] { showUpdate(std::make_unique<frmUpdateLEOD>(services_, company_)); },
-                        .onUpdateRateMethod =
-                            [this] { showUpdate(std::make_unique<frmUpdateRateAndMethod>(services_, company_)); },
-                        .onCalcLeaseDate = [this] { calculateLeaseDates(dialogs_, company_); }});
+        ImportCallbacks{
+            .onClose = [this] { later([this] { closeWizard(); }); },
+            .onUpdateLeod = [this] { showUpdate(std::make_unique<frmUpdateLEOD>(services_, company_)); },
+            .onUpdateRateMethod = [this] { showUpdate(std::make_unique<frmUpdateRateAndMethod>(services_, company_)); },
+            .onCalcLeaseDate = [this] { calculateLeaseDates(dialogs_, company_); }});
     screen->Load();
     wizardWindow_ = std::make_unique<ImportWindow>(*screen);
     showWizard(std::move(screen));
