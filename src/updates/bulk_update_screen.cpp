@@ -93,7 +93,6 @@ void BulkUpdateScreen::apply(BulkUpdateRun& update) {
     progress_.finish({});
     updatedCount_ = update.updatedCount();
     reportError(services_.dialogs, error);
-    if (updatedCount_ == 0) return;
     return say(std::to_string(updatedCount_) + " of " + std::to_string(update.rowCount()) +
                " rows were updated before the failure.");
   }
