@@ -128,8 +128,10 @@ TEST_F(Masters, WhatCannotBeDoneIsRefused) {
        "The master workbook would replace the asset workbook."},
       {{"masters-from", "--company", "DEMO", "--kind", "vendor", "--out", folder.file("out.xls"), good},
        "The excel file you selected must have a sheet named 'Asset' for importing Asset details"},
+      {{"masters-from", "--company", "DEMO", "--kind", "vendor", "--out", good, assets},
+       "d.xls already. Name another one, or delete it first."},
       {{"masters-from", "--company", "DEMO", "--kind", "vendor", "--out", folder.file("none/out.xls"), assets},
-       "out.xls"},
+       "none/out.xls\" cannot be written: its folder does not exist."},
   };
   for (const Case& c : kCases) {
     const Ran ran = run(c.arguments);
@@ -161,7 +163,8 @@ TEST_F(Masters, ImportListsTheMastersThatItWouldMake) {
   const Ran ran = import(workbook("assets.xls", registerWithUnknownMasters()), {"--validate-only"});
   EXPECT_EQ(ran.status, 1) << "ALL is no department";
   EXPECT_TRUE(contains(ran.out,
-                       "Not in the masters of ORVA yet :\nDepartment : Store's (2 rows)\n"
+                       "Not in the masters of ORVA yet, made on posting :\n"
+                       "Department : Store's (2 rows, 1 of them with blanks around the name)\n"
                        "Department : कार्यशाला (1 row)\nVendor : Arihant (2 rows)\n"
                        "Vendor : Godavri Motors (1 row)\n"
                        "Location : Pune / Office / Second / Third Floor (1 row)\n"
@@ -204,7 +207,13 @@ TEST_F(Masters, UnknownMastersBecomeAWorkbookThatCanBeImported) {
     const Ran imported = masters(c.kind, outOf(c), moreOf(c));
     EXPECT_EQ(imported.status, 0) << c.kind << imported.err << imported.out;
   }
-  EXPECT_TRUE(contains(mastersFrom("vendor", folder.file("again.xls"), assets).out, "Vendors not in ORVA : 0\n"));
+  const Ran again = mastersFrom("department", folder.file("again.xls"), assets);
+  EXPECT_TRUE(contains(again.out,
+                       "In ORVA, but not found because of blanks in the workbook :\n"
+                       "Department : STORE'S (1 row with blanks around the name)\n"
+                       "Departments not in ORVA : 0\nVendors not in ORVA : 0\n"))
+      << again.out;
+  EXPECT_EQ(sheetOf(folder.file("again.xls")).size(), 1u);
 }
 
 TEST_F(Masters, OnlyColumnsThatNameMastersAreNeeded) {
@@ -212,7 +221,7 @@ TEST_F(Masters, OnlyColumnsThatNameMastersAreNeeded) {
   const Ran partial = mastersFrom("user", out, workbook("u.xls", {{"Remarks", "user"}, {"", "S.Iyer"}, {"x", ""}}));
   EXPECT_EQ(partial.status, 0) << partial.err;
   EXPECT_EQ(sheetOf(out)[1], "0006|S.Iyer||||||1|S. Iyer|");
-  const Ran none = mastersFrom("user", out, workbook("n.xls", {{"Remarks"}, {"x"}}));
+  const Ran none = mastersFrom("user", folder.file("none.xls"), workbook("n.xls", {{"Remarks"}, {"x"}}));
   EXPECT_EQ(none.status, 2);
   EXPECT_TRUE(contains(none.err, "The sheet 'Asset' has no column that names a master.")) << none.err;
 }
