@@ -19,11 +19,8 @@ struct MasterControls {
   Label lblMisc{"lblMisc", "Miscellaneous master"};
   /// The company's miscellaneous masters in the order of their numbers.
   ListBox cmbMisc{"cmbMisc"};
-  /// What the workbook must look like.
-  Label lblNote{
-      "lblNote",
-      "The workbook must have a sheet 'Master' whose first row carries the FieldNames In Excel. M is mandatory, O "
-      "is optional: untick what the workbook does not have."};
+  /// What the workbook must look like, and what of it is not kept.
+  Label lblNote{"lblNote"};
 
   OptionButton& masterOption(MasterKindId kind);
 };

@@ -98,6 +98,10 @@ TEST_F(Masters, AnOptionalColumnMayBeMissingAndIsNamed) {
   const Ran ran = masters("vendor", path);
   EXPECT_EQ(ran.status, 0) << ran.err;
   EXPECT_TRUE(contains(ran.err, "Not in the workbook and not imported: add1, add2, add3, Pin, vattin, csttin, PAN\n"));
+  const Ran user =
+      masters("user", masterWorkbook("u.xls", {{"Usercode", "Username", "City", "add1"}, {"9", "Rao", "Pune", "x"}}));
+  EXPECT_EQ(user.status, 0) << user.err;
+  EXPECT_TRUE(contains(user.err, "In the workbook, but ORVA does not keep: add1, City\n")) << user.err;
   const Ran refused = masters("vendor", masterWorkbook("w.xls", {{"VendorName"}, {"Acme"}}));
   EXPECT_EQ(refused.status, 2);
   EXPECT_TRUE(contains(refused.err, "Mandatory but not present in Excel: VendorCode")) << refused.err;
