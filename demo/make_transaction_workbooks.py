@@ -77,9 +77,9 @@ KINDS = {
 }
 
 
-def write(path, headings, rows):
+def write(path, headings, rows, sheet_name="Asset"):
     workbook = xlwt.Workbook()
-    sheet = workbook.add_sheet("Asset")
+    sheet = workbook.add_sheet(sheet_name)
     date = xlwt.easyxf(num_format_str="dd/mm/yyyy")
     for column, heading in enumerate(headings):
         sheet.write(0, column, heading)

@@ -11,6 +11,15 @@ constexpr WizardTraits kTraits{
               .missing = "The excel file you selected must have a sheet named 'Master' for importing Masters"},
     .separators = {.columns = ",", .texts = " , "}};
 
+std::string noteOn(MasterKindId kind) {
+  std::string note =
+      "The workbook must have a sheet 'Master' whose first row carries the FieldNames In Excel. M is mandatory, O is "
+      "optional: untick what the workbook does not have.";
+  std::string names;
+  for (const std::string& name : namesNotKept(kind)) names += (names.empty() ? "" : ", ") + name;
+  return names.empty() ? note : note + " ORVA does not keep: " + names + ".";
+}
+
 }  // namespace
 
 OptionButton& MasterControls::masterOption(MasterKindId kind) {
@@ -45,6 +54,7 @@ void frmMasterImport::enableSelection() {
   const bool isMiscellaneous = choice_.kind == MasterKindId::kMiscellaneous;
   lblMisc.setEnabled(isMiscellaneous);
   cmbMisc.setEnabled(isMiscellaneous);
+  lblNote.setCaption(noteOn(choice_.kind));
 }
 
 void frmMasterImport::optMaster_Click(MasterKindId kind) {

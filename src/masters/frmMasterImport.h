@@ -19,6 +19,8 @@ struct MasterControls {
   Label lblMisc{"lblMisc", "Miscellaneous master"};
   /// The company's miscellaneous masters in the order of their numbers.
   ListBox cmbMisc{"cmbMisc"};
+  /// What the workbook must look like, and what of it is not kept.
+  Label lblNote{"lblNote"};
 
   OptionButton& masterOption(MasterKindId kind);
 };

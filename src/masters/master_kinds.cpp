@@ -5,6 +5,7 @@
 
 #include "masters/master_posting.h"
 #include "masters/master_rules.h"
+#include "platform/values/text.h"
 
 namespace orva {
 namespace {
@@ -75,6 +76,18 @@ std::optional<MasterKindId> masterKindByBatchName(std::string_view name) {
       std::find_if(kinds().begin(), kinds().end(), [name](const MasterKind& kind) { return kind.batchName == name; });
   if (found == kinds().end()) return std::nullopt;
   return found->id;
+}
+
+std::vector<std::string> namesNotKept(MasterKindId id) {
+  std::vector<std::string> names;
+  const std::span<const PostedColumn<MasterRow>> posted = masterKind(id).plan.columns;
+  for (const Line& line : kLines) {
+    const bool isKept = std::any_of(posted.begin(), posted.end(), [&](const PostedColumn<MasterRow>& column) {
+      return equalsNoCase(column.heading, line.excelName);
+    });
+    if (line.master == id && !isKept) names.emplace_back(line.excelName);
+  }
+  return names;
 }
 
 Catalogue masterCatalogue(MasterKindId id) {

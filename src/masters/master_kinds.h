@@ -2,7 +2,9 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "masters/master_row.h"
 #include "wizard/catalogue/field_row.h"
@@ -29,5 +31,8 @@ std::optional<MasterKindId> masterKindByBatchName(std::string_view name);
 
 /// The field catalogue of a master; every line is ticked.
 Catalogue masterCatalogue(MasterKindId id);
+
+/// The Excel names of the catalogue that are read and that the company has no place for.
+std::vector<std::string> namesNotKept(MasterKindId id);
 
 }  // namespace orva

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <stdexcept>
+#include <unordered_set>
 #include <utility>
 
 #include "masters/master_posting.h"
@@ -146,7 +147,7 @@ std::vector<std::string> MastersFrom::knownNames(const UnknownMaster& like) cons
   const std::vector<FieldInfo> fields = rows->fields();
   for (; !rows->eof(); rows->moveNext()) {
     UnknownMaster known;
-    for (const FieldInfo& field : fields) known.names.emplace_back(trim(nullToText(rows->get(field.name))));
+    for (const FieldInfo& field : fields) known.names.push_back(nullToText(rows->get(field.name)));
     names.push_back(known.name());
   }
   return names;
@@ -154,14 +155,20 @@ std::vector<std::string> MastersFrom::knownNames(const UnknownMaster& like) cons
 
 std::vector<MissingMaster> MastersFrom::search(const std::string& workbook) const {
   std::vector<MissingMaster> missing;
-  std::optional<NearestNames> known;
+  std::optional<NearestNames> near;
+  std::unordered_set<std::string> known;
   for (UnknownMaster& unknown : unknownIn(workbook)) {
     // Those of one master stand together.
     const bool isSame = !missing.empty() && missing.back().unknown.kind == unknown.kind &&
                         missing.back().unknown.master == unknown.master;
-    if (!isSame) known.emplace(knownNames(unknown));
-    std::vector<std::string> nearest = known->nearest(unknown.name());
-    missing.push_back({std::move(unknown), std::move(nearest)});
+    if (!isSame) {
+      std::vector<std::string> names = knownNames(unknown);
+      known.clear();
+      for (const std::string& name : names) known.insert(toUpper(name));
+      near.emplace(std::move(names));
+    }
+    const std::string name = unknown.name();
+    missing.push_back({std::move(unknown), near->nearest(name), known.contains(toUpper(name))});
   }
   return missing;
 }
@@ -176,7 +183,7 @@ std::vector<std::vector<OutputCell>> MastersFrom::masterSheet(const std::vector<
   auto code = sheet.nextCode ? Value(sheet.nextCode(row)).toInteger().value_or(0) : 0;
   std::vector<std::vector<OutputCell>> rows{headingRow(catalogue)};
   for (const MissingMaster& each : missing) {
-    if (each.unknown.kind != sheet.named) continue;
+    if (each.isKnown || each.unknown.kind != sheet.named) continue;
     if (!miscellaneousMaster.empty() && !equalsNoCase(each.unknown.master, trim(miscellaneousMaster))) continue;
     rows.push_back(masterRow(sheet, catalogue, each, zeroPadded(code++, 4)));
   }

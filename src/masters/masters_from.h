@@ -16,7 +16,9 @@ namespace orva {
 /// A name that the company lacks, with the names of the same master that are spelled like it, nearest first.
 struct MissingMaster {
   UnknownMaster unknown;
-  std::vector<std::string> nearest;
+  std::vector<std::string> nearest = {};
+  /// The company has the name: only the blanks around it in the workbook keep it from being found.
+  bool isKnown = false;
 };
 
 /// Looks through an asset workbook for the masters that a company lacks, and makes of them a workbook for the master
@@ -31,9 +33,10 @@ class MastersFrom {
   /// `WorkbookError`, `ProviderError`, and `std::runtime_error` for a sheet without such columns or with an error cell.
   std::vector<MissingMaster> search(const std::string& workbook) const;
 
-  /// Rows of a sheet "Master" of one kind: the heading row of its catalogue, then the missing names with the codes that
-  /// the import of the assets would give them. Two columns that the import does not read follow: in how many rows a
-  /// name stands, and the nearest names. `miscellaneousMaster` is the name of the master to be written, else empty.
+  /// Rows of a sheet "Master" of one kind: the heading row of its catalogue, then the names that are not known, with
+  /// the codes that the import of the assets would give them. Two columns that the import does not read follow: in how
+  /// many rows a name stands, and the nearest names. `miscellaneousMaster` is the name of the master to be written,
+  /// else empty.
   std::vector<std::vector<OutputCell>> masterSheet(const std::vector<MissingMaster>& missing, MasterKindId kind,
                                                    std::string_view miscellaneousMaster) const;
 

@@ -114,7 +114,8 @@ class Recordset {
   virtual Value get(std::string_view field) = 0;
   /// Sets a pending value. Text is converted to the column's type: dates are
   /// day/month/year, numbers with a point; text that cannot be converted
-  /// throws `kTypeMismatch`, too long a text `kDataOverflow`.
+  /// throws `kTypeMismatch`, too long a text or too large a number
+  /// `kDataOverflow`.
   virtual void set(std::string_view field, const Value& value) = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "updates/bulk_update_run.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -21,14 +22,22 @@ int columnNamed(const std::vector<std::string>& names, std::string_view name) {
 
 std::string noValueText(std::string_view field) { return "'' is no value for the field '" + std::string(field) + "'."; }
 
+bool isTextField(const Recordset& errors, std::string_view name) {
+  const std::vector<FieldInfo> fields = errors.fields();
+  const auto field =
+      std::find_if(fields.begin(), fields.end(), [&](const FieldInfo& each) { return equalsNoCase(each.name, name); });
+  return field != fields.end() && (field->type == FieldType::kVarChar || field->type == FieldType::kMemo);
+}
+
 /// What the field cannot hold is told by its description. A text that is too long names no asset and no method, which
-/// the checks report.
+/// the checks report; a number or a date that is too large is told like one that is none, or it would count as blank.
 std::string store(Recordset& errors, std::string_view field, const std::string& text) {
   try {
     errors.set(field, text);
   } catch (const ProviderError& error) {
-    if (error.number() == provider_number::kTypeMismatch) return error.description();
-    if (error.number() != provider_number::kDataOverflow) throw;
+    const bool isOverflow = error.number() == provider_number::kDataOverflow;
+    if (!isOverflow && error.number() != provider_number::kTypeMismatch) throw;
+    if (!isOverflow || !isTextField(errors, field)) return error.description();
   }
   return {};
 }

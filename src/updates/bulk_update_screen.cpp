@@ -24,7 +24,7 @@ BulkUpdateScreen::BulkUpdateScreen(const BulkUpdate& update, const Services& ser
     : update_(update), services_(services), company_(company) {
   std::string columns = "The sheet 'Asset' of the workbook must carry the columns Assetid";
   for (const UpdateColumn& column : update_.columns) columns += ", " + std::string(column.name);
-  lblColumns.setCaption(columns + ".");
+  lblColumns.setCaption(columns + ". All rows are checked first: with a row in error no asset is changed.");
   ProgressBar1.setVisible(false);
 }
 
@@ -93,7 +93,6 @@ void BulkUpdateScreen::apply(BulkUpdateRun& update) {
     progress_.finish({});
     updatedCount_ = update.updatedCount();
     reportError(services_.dialogs, error);
-    if (updatedCount_ == 0) return;
     return say(std::to_string(updatedCount_) + " of " + std::to_string(update.rowCount()) +
                " rows were updated before the failure.");
   }

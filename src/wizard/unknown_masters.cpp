@@ -74,6 +74,13 @@ std::vector<std::string> namesIn(const FlexGrid& grid, int row, const std::vecto
   return names;
 }
 
+bool hasBlanksAround(const FlexGrid& grid, int row, const std::vector<int>& columns) {
+  return std::any_of(columns.begin(), columns.end(), [&](int column) {
+    const std::string_view text = grid.text(row, column);
+    return trim(text) != text;
+  });
+}
+
 std::vector<std::string> uppered(std::vector<std::string> names) {
   for (std::string& name : names) name = toUpper(name);
   return names;
@@ -110,6 +117,7 @@ std::vector<UnknownMaster> unknownMastersIn(const Findings& findings, const Flex
     std::vector<std::string> names = namesIn(grid, finding.row, named->columns);
     if (names.empty()) continue;
     UnknownMaster& unknown = found[{named->kind, named->master, uppered(names)}];
+    if (hasBlanksAround(grid, finding.row, named->columns)) ++unknown.rowsWithBlanks;
     if (unknown.rows++ > 0) continue;
     unknown.kind = named->kind;
     unknown.master = named->master;
@@ -122,8 +130,11 @@ std::vector<UnknownMaster> unknownMastersIn(const Findings& findings, const Flex
 }
 
 std::string unknownMasterText(const UnknownMaster& unknown) {
-  return unknown.master + " : " + unknown.name() + " (" + std::to_string(unknown.rows) +
-         (unknown.rows == 1 ? " row)" : " rows)");
+  std::string text = unknown.master + " : " + unknown.name() + " (" + std::to_string(unknown.rows) +
+                     (unknown.rows == 1 ? " row" : " rows");
+  if (unknown.rowsWithBlanks == 0) return text + ")";
+  if (unknown.rowsWithBlanks < unknown.rows) text += ", " + std::to_string(unknown.rowsWithBlanks) + " of them";
+  return text + " with blanks around the name)";
 }
 
 }  // namespace orva

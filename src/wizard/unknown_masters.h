@@ -21,6 +21,8 @@ struct UnknownMaster {
   /// As the workbook first spells it: one text, or the three levels of a location.
   std::vector<std::string> names = {};
   int rows = 0;
+  /// How many of the rows have blanks around the name. Look-ups of asset rows do not overlook them.
+  int rowsWithBlanks = 0;
 
   /// The levels of a location are joined with " / ".
   std::string name() const;
@@ -35,7 +37,7 @@ bool namesMaster(std::string_view heading, const Catalogue& catalogue);
 /// well ("ALL", too long, a location without all levels) can be no master.
 std::vector<UnknownMaster> unknownMastersIn(const Findings& findings, const FlexGrid& grid, const Catalogue& catalogue);
 
-/// One line of a list: master, name, and how many rows bear it.
+/// One line of a list: master, name, how many rows bear it, and how many of them with blanks around it.
 std::string unknownMasterText(const UnknownMaster& unknown);
 
 }  // namespace orva

@@ -67,7 +67,7 @@ struct WizardControls {
   /// Message of the cell under the mouse.
   Label lblErrormsg{"lblErrormsg"};
   /// Masters that posting would make; both are hidden while there are none.
-  Label lblUnknown{"lblUnknown", "Not in the masters of ORVA yet"};
+  Label lblUnknown{"lblUnknown", "Not in the masters of ORVA yet, made on posting"};
   ListBox lstUnknown{"lstUnknown"};
   ProgressBar ProgressBar1{"ProgressBar1"};
   Button CmdExp{"CmdExp", "Open Error File"};

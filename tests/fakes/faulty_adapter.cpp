@@ -1,5 +1,7 @@
 #include "fakes/faulty_adapter.h"
 
+#include "platform/values/text.h"
+
 namespace orva {
 namespace {
 
@@ -29,7 +31,10 @@ class FaultyRecordset : public Recordset {
   void cancel() override { inner_->cancel(); }
   std::vector<FieldInfo> fields() const override { return inner_->fields(); }
   Value get(std::string_view field) override { return inner_->get(field); }
-  void set(std::string_view field, const Value& value) override { inner_->set(field, value); }
+  void set(std::string_view field, const Value& value) override {
+    line_->plan->passField(field);
+    inner_->set(field, value);
+  }
 
  private:
   Recordset& read() {
@@ -74,6 +79,12 @@ void FaultPlan::pass(DatabaseCall call, bool& connectionLost) {
   if (total_ == single_.at) throw ProviderError(single_.number, single_.description);
   for (const Fault& fault : faults_) {
     if (fault.call == call && fault.at == nth) throw ProviderError(fault.number, fault.description);
+  }
+}
+
+void FaultPlan::passField(std::string_view name) const {
+  for (const Refusal& refusal : refusals_) {
+    if (equalsNoCase(refusal.field, name)) throw ProviderError(refusal.number, refusal.description);
   }
 }
 

@@ -20,22 +20,33 @@ class FaultPlan {
  public:
   /// The `nth` call of the kind (1 is the next one) fails once.
   void failAt(DatabaseCall call, int nth, std::int32_t number, std::string description = "The provider failed.");
-  /// The `nth` call of any kind fails once.
+  /// The `nth` call of any kind fails once; 0 takes the fault back.
   void failAtCall(int nth, std::int32_t number, std::string description = "The provider failed.") {
     single_ = {DatabaseCall::kConnect, total_ + nth, number, std::move(description)};
   }
   /// At the `nth` call of any kind the connection is lost: that call and all later ones on
   /// open connections fail; a new connection works again.
   void loseConnectionAt(int nth) { loseAt_ = total_ + nth; }
+  /// Every value set in the field `name` is refused.
+  void refuseField(std::string name, std::int32_t number, std::string description = "The provider failed.") {
+    refusals_.push_back({std::move(name), number, std::move(description)});
+  }
   int count(DatabaseCall call) const { return counts_[index(call)]; }
 
   /// For the adapter: counts one call and throws when it is the one to fail.
   void pass(DatabaseCall call, bool& connectionLost);
+  /// For the adapter: throws when the field is refused.
+  void passField(std::string_view name) const;
 
  private:
   struct Fault {
     DatabaseCall call;
     int at;
+    std::int32_t number;
+    std::string description;
+  };
+  struct Refusal {
+    std::string field;
     std::int32_t number;
     std::string description;
   };
@@ -45,6 +56,7 @@ class FaultPlan {
   int total_ = 0;
   int loseAt_ = -1;
   std::vector<Fault> faults_;
+  std::vector<Refusal> refusals_;
   /// Counted over all kinds.
   Fault single_{DatabaseCall::kConnect, -1, 0, {}};
 };

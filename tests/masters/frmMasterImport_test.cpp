@@ -150,6 +150,9 @@ TEST(MasterChoice, EveryLineIsTickedAtFirstAndOneMasterIsChosen) {
       EXPECT_EQ(master.screen.masterOption(other.id).value(), other.id == kind.id);
     }
     EXPECT_EQ(master.screen.cmbMisc.enabled(), kind.id == Kind::kMiscellaneous);
+    const bool losesAddresses =
+        master.screen.lblNote.caption().ends_with(" ORVA does not keep: add1, add2, add3, City, Pin.");
+    EXPECT_EQ(losesAddresses, kind.id == Kind::kUser);
   }
 }
 

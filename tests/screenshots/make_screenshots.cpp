@@ -22,6 +22,7 @@
 #include "platform/qt/text.h"
 #include "platform/workbook.h"
 #include "updates/frmUpdateLEOD.h"
+#include "updates/frmUpdateRateAndMethod.h"
 
 namespace orva {
 namespace {
@@ -149,37 +150,53 @@ void photographImport(Stage& stage) {
   if (screen.rowsPosted() == 0) throw std::runtime_error("nothing was posted");
 }
 
+void untick(ImportWizard& screen, const std::vector<std::string_view>& names) {
+  for (std::size_t line = 0; line < screen.catalogue().size(); ++line) {
+    const std::string& name = screen.catalogue()[line].excelName;
+    const bool isNamed = std::find(names.begin(), names.end(), name) != names.end();
+    if (isNamed) screen.lstFields_ItemCheck(static_cast<int>(line), false);
+  }
+}
+
 void photographMasters(Stage& stage) {
   const std::string workbook = stage.job.programFolder + "/vendors.xls";
-  stage.services.workbooks.write(
-      workbook, "Master",
-      {cells({"VendorCode", "VendorName", "City", "PAN"}), cells({"0101", "Deccan Hydraulics", "Pune", "AAACD1234E"}),
-       cells({"0102", "", "Nashik", ""}), cells({"0103", "Konkan Power Tools", "Ratnagiri", "AAXCK12345"}),
-       cells({"0101", "Meridian Office Systems", "Mumbai", ""})});
+  const auto heading = cells({"VendorCode", "VendorName", "City", "PAN"});
+  const auto good = cells({"0101", "Deccan Hydraulics", "Pune", "AAACD1234E"});
+  stage.services.workbooks.write(workbook, "Master",
+                                 {heading, good, cells({"0102", "", "Nashik", ""}),
+                                  cells({"0103", "Konkan Power Tools", "Ratnagiri", "AAXCK12345"}),
+                                  cells({"0101", "Meridian Office Systems", "Mumbai", ""})});
   frmMasterImport screen(stage.services, stage.company);
   screen.Load();
   MasterWindow window(screen);
   stage.photographer.open(window);
   screen.cmdSkip_Click();
+  screen.optMaster_Click(MasterKindId::kMiscellaneous);
+  stage.photographer.take(window, "master-miscellaneous");
   screen.optMaster_Click(MasterKindId::kVendor);
   screen.txtExcel.setText(workbook);
   stage.photographer.take(window, "master-import");
-  for (const std::string_view absent : {"add1", "add2", "add3", "Pin", "vattin", "csttin"}) {
-    for (std::size_t line = 0; line < screen.catalogue().size(); ++line) {
-      if (screen.catalogue()[line].excelName == absent) screen.lstFields_ItemCheck(static_cast<int>(line), false);
-    }
-  }
+  screen.cmdNext_Click(WizardPage::kSelection);
+  stage.photographer.take(window, "master-missing-columns");
+  untick(screen, {"add1", "add2", "add3", "Pin", "vattin", "csttin"});
   screen.cmdNext_Click(WizardPage::kSelection);
   selectFirstError(screen, window);
   stage.photographer.take(window, "master-results");
+  stage.services.workbooks.write(workbook, "Master", {heading, good});
+  screen.cmdContinue_Click(WizardPage::kResults);
+  screen.cmdNext_Click(WizardPage::kResults);
+  stage.photographer.take(window, "master-finish");
+  screen.cmdContinue_Click(WizardPage::kFinish);
+  stage.photographer.take(window, "master-finished");
 }
 
-void photographLeaseEnds(Stage& stage) {
-  frmUpdateLEOD screen(stage.services, stage.company);
+template <class Screen>
+void photographUpdate(Stage& stage, const QString& name) {
+  Screen screen(stage.services, stage.company);
   BulkUpdateWindow window(screen, nullptr);
-  screen.txtExcel.setText(stage.job.programFolder + "/lease-end-dates.xls");
+  screen.txtExcel.setText(stage.job.programFolder + "/" + name.toStdString() + ".xls");
   stage.photographer.open(window);
-  stage.photographer.take(window, "lease-end-update");
+  stage.photographer.take(window, name);
 }
 
 void run(const Job& job) {
@@ -187,7 +204,8 @@ void run(const Job& job) {
   openCompany(stage);
   photographImport(stage);
   photographMasters(stage);
-  photographLeaseEnds(stage);
+  photographUpdate<frmUpdateLEOD>(stage, "lease-end-update");
+  photographUpdate<frmUpdateRateAndMethod>(stage, "rate-and-method-update");
 }
 
 }  // namespace

@@ -27,6 +27,9 @@ struct Case {
 
 const std::string kLong(60, 'x');
 
+/// Every character after the first has three bytes.
+const std::string kDevanagari = "xमार्चमार्चमार्चमार्चमार्चमार्च";
+
 const Case kCases[] = {
     {{"A1", "02/04/2005"}, "A1|02/04/2005||", 0},
     {{" a1 ", " 31/12/2020 "}, "a1|31/12/2020||", 0},
@@ -39,6 +42,7 @@ const Case kCases[] = {
     {{"A1", ""}, "A1||E|'' is no value for the field 'LEOD'.", 1},
     {{"", "31/03/2025"}, "|31/03/2025|E|'' is no value for the field 'AssetId'.", 1},
     {{kLong, "31/03/2025"}, "|31/03/2025|E|Asset Id : " + kLong + " does not exist in ORVA.", 1},
+    {{"O'Neil", kDevanagari}, "O'Neil||E|'x" + kDevanagari.substr(1, 57) + "' is no value for the field 'LEOD'.", 1},
     {{"A9", "soon"}, "A9||E|Asset Id : A9 does not exist in ORVA.", 2},
 };
 
@@ -51,6 +55,15 @@ TEST(LeaseEnd, EveryRowIsCheckedAndRecordedInBothDialects) {
       EXPECT_EQ(update.screen.errorCount(), c.errors) << c.recorded;
     }
   }
+}
+
+TEST(LeaseEnd, ADateThatTheProviderCannotHoldWipesOutNone) {
+  LeaseEnds update;
+  update.prepare({"update Asset set LeaseDate = #03/31/2028#"});
+  update.adapter->plan().refuseField("LEOD", provider_number::kDataOverflow, "It does not fit.");
+  update.run(sheet({{"A1", "31/03/2030"}}));
+  EXPECT_EQ(update.rows(kErrors), Texts{"A1||E|It does not fit."});
+  EXPECT_EQ(update.rows(kLeases)[0], "A1|31/03/2028");
 }
 
 TEST(LeaseEnd, GoodRowsAreStoredAndOfTwoRowsOfAnAssetTheLaterOneWins) {

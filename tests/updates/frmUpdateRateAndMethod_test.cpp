@@ -42,6 +42,9 @@ const Case kCases[] = {
     {{"A1", "-1.2345", "DB"}, "A1|-1.2345|DB|E|OVERRIDEMETHOD Should be SLM Or WDV", 3},
     {{"A1", "5", ""}, "A1|5||E|OVERRIDEMETHOD Should be SLM Or WDV", 1},
     {{"A1", "5", "Straight Line"}, "A1|5||E|OVERRIDEMETHOD Should be SLM Or WDV", 1},
+    {{"A1", "1e20", "SLM"}, "A1||SLM|E|The number 1e20 is too large for the field 'OVERRIDERATE'.", 1},
+    {{"A1", "-999999999999999999", "DB"}, "A1||DB|E|OVERRIDEMETHOD Should be SLM Or WDV", 2},
+    {{"A1", "#N/A", "SLM"}, "A1||SLM|E|'#N/A' is no value for the field 'OVERRIDERATE'.", 1},
     {{"A1", "ten", "SLM"}, "A1||SLM|E|'ten' is no value for the field 'OVERRIDERATE'.", 1},
     {{"A9", "-1", "DB"}, "A9|-1|DB|E|Asset Id : A9 does not exist in ORVA.", 1},
 };
@@ -54,6 +57,27 @@ TEST(RateAndMethod, EachFailingCheckCountsAndTheLastOneShows) {
       EXPECT_EQ(update.rows(kErrors), Texts{c.recorded});
       EXPECT_EQ(update.screen.errorCount(), c.errors) << c.recorded;
     }
+  }
+}
+
+TEST(RateAndMethod, WhatTheProviderCannotHoldIsNoBlank) {
+  struct Refusal {
+    const char* field;
+    std::int32_t number;
+    std::string recorded;
+  };
+  const Refusal kRefusals[] = {
+      {"OVERRIDERATE", provider_number::kDataOverflow, "A1||SLM|E|It does not fit."},
+      {"OVERRIDERATE", provider_number::kTypeMismatch, "A1||SLM|E|It does not fit."},
+      {"OVERRIDEMETHOD", provider_number::kDataOverflow, "A1|5||E|OVERRIDEMETHOD Should be SLM Or WDV"},
+  };
+  for (const Refusal& refusal : kRefusals) {
+    Rates update;
+    update.adapter->plan().refuseField(refusal.field, refusal.number, "It does not fit.");
+    update.run(sheet({{"A1", "5", "SLM"}}));
+    EXPECT_EQ(update.rows(kErrors), Texts{refusal.recorded});
+    EXPECT_EQ(update.screen.errorCount(), 1) << refusal.field;
+    EXPECT_EQ(update.rows(kAssets)[0], "A1|||");
   }
 }
 

@@ -36,7 +36,7 @@ TEST(UnknownMasters, AreCountedByMasterAndNameWithoutRegardToCaseAndBlanks) {
   FlexGrid grid("grid1");
   fill(grid, {{"Project", "MAINLOC", "SUBLOC", "PHYLOC", "dept", "COST"},
               {"", "Pune", "Shop", "Bay", "Stores", "odd"},
-              {"Alpha", "pune ", "SHOP", "bay", " stores ", "odd"},
+              {" Alpha", "pune ", "SHOP", "bay", " stores ", "odd"},
               {"", "", "", "", "Accounts", ""},
               {"", "", "", "", "", ""}});
   Findings findings;
@@ -45,9 +45,11 @@ TEST(UnknownMasters, AreCountedByMasterAndNameWithoutRegardToCaseAndBlanks) {
       findings.add({.row = row, .column = column, .findingClass = FindingClass::kWarning});
     }
   }
-  EXPECT_EQ(linesOf(unknownMastersIn(findings, grid, kCatalogue)),
-            (Texts{"Department : Accounts (1 row)", "Department : Stores (2 rows)",
-                   "Location : Pune / Shop / Bay (2 rows)", "Project : Alpha (1 row)"}));
+  EXPECT_EQ(
+      linesOf(unknownMastersIn(findings, grid, kCatalogue)),
+      (Texts{"Department : Accounts (1 row)", "Department : Stores (2 rows, 1 of them with blanks around the name)",
+             "Location : Pune / Shop / Bay (2 rows, 1 of them with blanks around the name)",
+             "Project : Alpha (1 row with blanks around the name)"}));
 }
 
 TEST(UnknownMasters, ANameInErrorOrALocationWithoutALevelIsNone) {

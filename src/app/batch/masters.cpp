@@ -61,6 +61,15 @@ bool choose(Session& session, frmMasterImport& screen, MasterKindId kind, const 
   return screen.choice().kind == kind;
 }
 
+void tellWhatIsNotKept(Session& session, const frmMasterImport& screen) {
+  std::string names;
+  for (const std::string& name : namesNotKept(screen.choice().kind)) {
+    const FieldRow* field = findField(screen.catalogue(), name);
+    if (field && field->ticked) names += (names.empty() ? "" : ", ") + name;
+  }
+  if (!names.empty()) session.tell("In the workbook, but ORVA does not keep: " + names);
+}
+
 }  // namespace
 
 Exit runMasters(Session& session, const MasterImportOptions& options) {
@@ -73,6 +82,7 @@ Exit runMasters(Session& session, const MasterImportOptions& options) {
   screen.Load();
   if (!choose(session, screen, *kind, options.master)) return Exit::kFailed;
   untickAbsent(session, screen, options.workbook, "Master");
+  tellWhatIsNotKept(session, screen);
   screen.txtExcel.setText(options.workbook);
   return runWizard(session, options.reports, screen);
 }

@@ -22,7 +22,10 @@ SelectionParts masterSelection(frmMasterImport& screen, qt::ScreenRefresh& refre
   label->setContentsMargins(0, 8, 0, 0);
   bind(refresh, screen.lblMisc, group.add(label));
   bind(refresh, screen.cmbMisc, group.add(masters), [&screen] { screen.cmbMisc_Click(); });
-  return {.choices = {group.box()}, .note = nullptr, .commands = {}};
+  auto* note = new QLabel;
+  note->setWordWrap(true);
+  bind(refresh, screen.lblNote, note);
+  return {.choices = {group.box()}, .note = note, .commands = {}};
 }
 
 }  // namespace

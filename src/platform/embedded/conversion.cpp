@@ -1,5 +1,6 @@
 #include "platform/embedded/conversion.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -14,7 +15,10 @@ using sql::SqlType;
 
 [[noreturn]] void failConversion(std::string_view what, const Value& value) {
   std::string text = value.toText();
-  if (text.size() > 60) text.resize(60);
+  std::size_t length = std::min<std::size_t>(text.size(), 60);
+  // No character is cut in two.
+  while (length > 0 && length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) --length;
+  text.resize(length);
   throw ProviderError(provider_number::kTypeMismatch, "'" + text + "' is no value for " + std::string(what) + ".");
 }
 
@@ -95,14 +99,28 @@ Value textForColumn(const ColumnDef& column, const Value& value) {
   return text;
 }
 
+[[noreturn]] void failRange(const ColumnDef& column, const Value& value) {
+  throw ProviderError(provider_number::kDataOverflow,
+                      "The number " + value.toText() + " is too large for " + fieldText(column) + ".");
+}
+
 Value integerForColumn(const ColumnDef& column, const Value& value) {
   const auto number = roundedNumber(value);
   if (!number) failConversion(fieldText(column), value);
   if (*number > std::numeric_limits<std::int32_t>::max() || *number < std::numeric_limits<std::int32_t>::min()) {
-    throw ProviderError(provider_number::kDataOverflow,
-                        "The number " + value.toText() + " is too large for " + fieldText(column) + ".");
+    failRange(column, value);
   }
   return *number;
+}
+
+Value amountForColumn(const ColumnDef& column, const Value& value) {
+  const auto amount = value.toCurrency();
+  if (!amount) failConversion(fieldText(column), value);
+  // What is beyond the largest amount has become that amount.
+  constexpr Currency kMost = Currency::fromUnits(std::numeric_limits<std::int64_t>::max());
+  const bool isAtLimit = *amount >= kMost || *amount <= -kMost;
+  if (isAtLimit && std::fabs(numberIn(value).value_or(0)) > kMost.toDouble()) failRange(column, value);
+  return *amount;
 }
 
 template <typename T>
@@ -145,7 +163,7 @@ Value convertForColumn(const ColumnDef& column, const Value& value, DateOrder or
     case ColumnType::kDouble:
       return orFail(numberIn(value), fieldText(column), value);
     case ColumnType::kCurrency:
-      return orFail(value.toCurrency(), fieldText(column), value);
+      return amountForColumn(column, value);
     case ColumnType::kDate:
       return orFail(dateIn(value, order), fieldText(column), value);
     case ColumnType::kBoolean:

@@ -96,7 +96,7 @@ void writeWorkbookFile(const std::string& path, const Bytes& bytes) {
   fs::path temporary = place;
   temporary += ".tmp";
   File file = openFile(temporary, true);
-  if (!file) throw cannot("written", path, causeOf(errno));
+  if (!file) throw cannot("written", path, errno == ENOENT ? "its folder does not exist" : causeOf(errno));
   const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
                        std::fflush(file.get()) == 0 && std::fclose(file.release()) == 0;
   if (written) fs::rename(temporary, place, error);

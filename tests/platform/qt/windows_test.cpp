@@ -14,6 +14,7 @@
 #include "app/windows/master_window.h"
 #include "platform/qt/qt_test.h"
 #include "updates/frmUpdateLEOD.h"
+#include "updates/frmUpdateRateAndMethod.h"
 #include "wizard/wizard_screen.h"
 
 namespace orva {
@@ -127,6 +128,25 @@ QStringList tabOrder(QWidget& window) {
   return names;
 }
 
+void expectNothingCut(const QWidget& window) {
+  for (const auto* widget : visible<QPushButton>(window)) {
+    EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << widget->text().toStdString();
+  }
+  for (const auto* label : visible<QLabel>(window)) {
+    const int wanted = label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().width();
+    EXPECT_GE(label->wordWrap() ? label->height() : label->width(), wanted) << label->text().toStdString();
+  }
+}
+
+void expectNothingCut(ImportWizard& screen, QWidget& window) {
+  window.resize(window.minimumSize());
+  for (const WizardPage page : kPages) {
+    showPage(screen, page);
+    EXPECT_EQ(window.size(), window.minimumSize()) << "the page needs more room than the window";
+    expectNothingCut(window);
+  }
+}
+
 TEST_F(ImportWindowTest, NothingIsCutAtTheSmallestSize) {
   wizard_.screen.lblBlue.setVisible(true);
   wizard_.screen.lblRed.setVisible(true);
@@ -134,18 +154,7 @@ TEST_F(ImportWindowTest, NothingIsCutAtTheSmallestSize) {
     label->setVisible(true);
   }
   wizard_.screen.lstUnknown.setVisible(true);
-  window_.resize(window_.minimumSize());
-  for (const WizardPage page : kPages) {
-    showPage(wizard_.screen, page);
-    EXPECT_EQ(window_.size(), window_.minimumSize()) << "the page needs more room than the window";
-    for (const auto* widget : visible<QPushButton>(window_)) {
-      EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << widget->text().toStdString();
-    }
-    for (const auto* label : visible<QLabel>(window_)) {
-      const int wanted = label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().width();
-      EXPECT_GE(label->wordWrap() ? label->height() : label->width(), wanted) << label->text().toStdString();
-    }
-  }
+  expectNothingCut(wizard_.screen, window_);
 }
 
 TEST_F(ImportWindowTest, NoShortcutMeansTwoThingsOnAPage) {
@@ -221,8 +230,24 @@ TEST(MasterWindow, ReadsTheMasterThatIsChosen) {
   handleEvents();
   EXPECT_FALSE(masters->isEnabled());
   EXPECT_EQ(screen.choice().kind, MasterKindId::kDepartment);
+  const QStringList order = tabOrder(window);
+  EXPECT_EQ(order.mid(order.indexOf("lstFields")),
+            (QStringList{"lstFields", "cmdSelectAll", "txtExcel", "cmdExcel", "cmdRefresh", "cmdExport", "cmdHome",
+                         "cmdBack", "cmdNext", "cmdClose"}));
+  expectNothingCut(screen, window);
   window.close();
   EXPECT_TRUE(window.isVisible()) << "whoever shows the window takes it away";
+}
+
+TEST(BulkUpdateWindow, ShowsEverythingAndTabWalksToTheRun) {
+  WizardScreen company;
+  frmUpdateRateAndMethod screen(company.fakes.services, company.company);
+  BulkUpdateWindow window(screen, nullptr);
+  window.resize(window.minimumSize());
+  window.show();
+  handleEvents();
+  expectNothingCut(window);
+  EXPECT_EQ(tabOrder(window), (QStringList{"txtExcel", "btnBrowse", "btnImport", "btnImportExit"}));
 }
 
 TEST(BulkUpdateWindow, EnterRunsAndEscapeCloses) {
