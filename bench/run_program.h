@@ -21,9 +21,16 @@ using orva::OutputCell;
 
 struct Run {
   int status = -1;
+  /// From start to end, whatever else the machine did.
   double seconds = 0;
+  /// Of the process alone.
+  double cpuSeconds = 0;
   double megabytes = 0;
 };
+
+inline double secondsOf(const timeval& time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
 
 /// Runs a program with its output dropped and its input from a file, and waits for it.
 inline Run runProgram(const std::vector<std::string>& command, const std::string& input = "/dev/null") {
@@ -43,7 +50,26 @@ inline Run runProgram(const std::vector<std::string>& command, const std::string
   rusage usage{};
   if (child < 0 || wait4(child, &status, 0, &usage) < 0) throw std::runtime_error("no process could be started");
   const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - start;
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, wall.count(), static_cast<double>(usage.ru_maxrss) / 1024};
+  return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+          .seconds = wall.count(),
+          .cpuSeconds = secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime),
+          .megabytes = static_cast<double>(usage.ru_maxrss) / 1024};
+}
+
+/// Does some work in a process of its own and waits for it. False when it failed.
+template <class Work>
+bool inChild(Work work) {
+  const pid_t child = fork();
+  if (child == 0) {
+    try {
+      work();
+      _exit(0);
+    } catch (...) {
+      _exit(1);
+    }
+  }
+  int status = 0;
+  return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 inline OutputCell text(std::string value) {

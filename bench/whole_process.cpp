@@ -1,18 +1,18 @@
-// Whole imports, each in a process of its own, as a user runs them: companies of several sizes, workbooks of
-// several lengths, good and bad. Prints a table of wall time, rows a second and peak memory.
+// Whole imports of assets, each in a process of its own, as a user runs them: companies of several sizes, workbooks of
+// several lengths, good and bad, of both flavours and all modes. Prints a table of wall time, processor time, rows a
+// second of processor time, and peak memory; then what a row costs in short and in long workbooks.
 //
-//   whole_process PROGRAM COMPANY_SCRIPT FOLDER [LARGEST_COMPANY]
+//   whole_process PROGRAM COMPANY_SCRIPT FOLDER [LARGEST_COMPANY [SMALLEST_COMPANY]]
 
-#include <array>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "platform/xls/xls_workbooks.h"
+#include "asset_sheets.h"
 #include "run_program.h"
 
 namespace {
@@ -20,122 +20,97 @@ namespace {
 namespace fs = std::filesystem;
 using namespace bench;
 
-/// The most detailed categories of the demonstration company, with the prefix of their identifiers.
-struct Category {
-  const char* defCode;
-  const char* classCode;
-  const char* subClassCode;
-  const char* prefix;
-  std::array<const char*, 3> descriptions;
+constexpr int kLongestSheet = 65'535;
+
+/// One way to import, as the arguments of the command.
+struct Way {
+  const char* name;
+  SheetKind sheet;
+  std::vector<std::string> arguments;
 };
-
-constexpr Category kCategories[] = {
-    {"BL", "BL-01", "", "MH\\BL\\FB", {"Buildings", "Factory Buildings", ""}},
-    {"BL", "BL-02", "", "MH\\BL\\CW", {"Buildings", "Civil Works", ""}},
-    {"PM", "PM-01", "PM-01-01", "MH\\PM\\MT\\TC", {"Plant and Machinery", "Machine Tools", "CNC Turning"}},
-    {"PM", "PM-01", "PM-01-02", "MH\\PM\\MT\\MC", {"Plant and Machinery", "Machine Tools", "CNC Milling"}},
-    {"PM", "PM-01", "PM-01-03", "MH\\PM\\MT\\GR", {"Plant and Machinery", "Machine Tools", "Grinding"}},
-    {"PM", "PM-02", "PM-02-01", "MH\\PM\\UT\\CM", {"Plant and Machinery", "Utilities", "Compressors"}},
-    {"PM", "PM-02", "PM-02-02", "MH\\PM\\UT\\PB", {"Plant and Machinery", "Utilities", "Power and Back-up"}},
-    {"PM", "PM-03", "", "MH\\PM\\TI", {"Plant and Machinery", "Testing and Inspection", ""}},
-    {"PM", "PM-04", "", "MH\\PM\\MH", {"Plant and Machinery", "Material Handling", ""}},
-    {"FF", "FF-01", "", "MH\\FF\\OF", {"Furniture and Fixtures", "Office Furniture", ""}},
-    {"FF", "FF-02", "", "MH\\FF\\SF", {"Furniture and Fixtures", "Shop Floor Furniture", ""}},
-    {"OE", "OE-01", "", "MH\\OE\\AC", {"Office Equipment", "Air Conditioners", ""}},
-    {"OE", "OE-02", "", "MH\\OE\\SC", {"Office Equipment", "Security and Communication", ""}},
-    {"CO", "CO-01", "CO-01-01", "MH\\CO\\PC\\DT", {"Computers", "Personal Computers", "Desktops"}},
-    {"CO", "CO-01", "CO-01-02", "MH\\CO\\PC\\LT", {"Computers", "Personal Computers", "Laptops"}},
-    {"CO", "CO-02", "", "MH\\CO\\SN", {"Computers", "Servers and Network", ""}},
-    {"VH", "VH-01", "", "MH\\VH\\CR", {"Vehicles", "Cars", ""}},
-    {"VH", "VH-02", "", "MH\\VH\\GV", {"Vehicles", "Goods Vehicles", ""}},
-};
-constexpr int kCategoryCount = static_cast<int>(std::size(kCategories));
-
-void writeCompanyScript(const fs::path& path, int assets) {
-  std::ofstream script(path);
-  script << "update Parameter set Digits = 5;\n";
-  for (int i = 0; i < assets; ++i) {
-    const Category& category = kCategories[i % kCategoryCount];
-    std::array<char, 16> number{};
-    std::snprintf(number.data(), number.size(), "%05d", i / kCategoryCount + 1);
-    script << "insert into Asset (Cocd, Assetid, AcquiredAs, Ownership, PhyID, DefCode, ClassCode, SubClasscode, Cost, "
-              "Qty, DocDt, UseDate, Accyear, Finyear, FAAge, LeaseDate, DeptCode, Vendorcode) values ('DEMO', '"
-           << category.prefix << number.data() << "', 'Purchased', 'Owned', 'OLD/" << i << "', '" << category.defCode
-           << "', '" << category.classCode << "', '" << category.subClassCode << "', " << 1000 + i % 90000
-           << ", 1, #05/12/2025#, #05/20/2025#, '2025-2026', '2025-2026', 60, #05/20/2030#, '0001', '0001');\n";
-  }
-}
-
-/// A workbook of twenty columns; in a bad one every row has three faults.
-void writeWorkbook(const fs::path& path, int rows, bool bad) {
-  std::vector<std::vector<OutputCell>> cells;
-  cells.reserve(static_cast<std::size_t>(rows) + 1);
-  auto& heading = cells.emplace_back();
-  for (const char* name : {"PHYID",  "USEDATE",    "VCHRDATE", "CAT1",    "CAT2",   "CAT3",        "DESCRIPTION",
-                           "COST",   "GST",        "QTY",      "MAINLOC", "SUBLOC", "PHYLOC",      "DEPT",
-                           "VENDOR", "COSTCENTRE", "USER",     "REMARKS", "VCHRNO", "SALVAGEVALUE"}) {
-    heading.push_back(text(name));
-  }
-  for (int i = 0; i < rows; ++i) {
-    const auto& names = kCategories[i % kCategoryCount].descriptions;
-    const std::string id = std::to_string(i);
-    cells.push_back({text("NEW/" + id),
-                     date(bad ? "15/06/2027" : "15/06/2025"),
-                     date("10/06/2025"),
-                     text(names[0]),
-                     text(names[1]),
-                     text(names[2]),
-                     text(bad ? "" : "Asset number " + id),
-                     number(bad ? "-5" : std::to_string(20000 + i % 70000) + ".5"),
-                     number("1800"),
-                     number("1"),
-                     text("Pune"),
-                     text("Shop 1"),
-                     text("Bay A"),
-                     text("Production"),
-                     text("Deccan Machine Tools Pvt Ltd"),
-                     text("Pune Works"),
-                     text("A. Kulkarni"),
-                     text("Remark " + id),
-                     text("JV/" + id),
-                     number("500")});
-  }
-  orva::XlsWorkbooks().write(path.string(), "Asset", cells);
-}
 
 class Measurements {
  public:
   Measurements(std::string program, std::string script, fs::path folder)
       : program_(std::move(program)), script_(std::move(script)), folder_(std::move(folder)) {}
 
-  void makeCompany(int assets) {
+  void makeCompany(int assets, Stock stock) {
+    assets_ = assets;
     fs::remove_all(folder_);
     fs::create_directories(folder_);
     expect(0, orva({"setup"}));
     expect(0, orva({"new", "DEMO"}));
     expect(0, orva({"sql", "--company", "DEMO"}, script_));
     const fs::path inserts = folder_ / "assets.sql";
-    writeCompanyScript(inserts, assets);
+    writeCompanyScript(inserts, assets, stock);
     const Run filled = orva({"sql", "--company", "DEMO"}, inserts.string());
     expect(0, filled);
-    line("sql: inserts", assets, assets, filled);
+    line("sql: inserts", assets, filled);
     fs::remove(inserts);
     fs::copy_file(company(), folder_ / "kept");
   }
 
-  void measure(int assets, int rows) {
-    const fs::path good = folder_ / "good.xls";
-    const fs::path bad = folder_ / "bad.xls";
-    writeWorkbook(good, rows, false);
-    writeWorkbook(bad, rows, true);
-    report("validate, good", assets, rows, 0, {good.string(), "--validate-only"});
-    report("validate, all bad", assets, rows, 1, {bad.string(), "--validate-only"});
-    report("validate and post", assets, rows, 0, {good.string()});
-    fs::copy_file(folder_ / "kept", company(), fs::copy_options::overwrite_existing);
+  /// Acquisitions in Add mode, the first ones that the company sees.
+  void measureAcquired(int rows) {
+    const Way good{"acquired", SheetKind::kAcquired, {"--kind", "acquired"}};
+    const Way bad{"acquired, all bad", SheetKind::kAllBad, {"--kind", "acquired"}};
+    write(good, rows);
+    line("acquired: first", rows, import(good, true));
+    line("acquired: check", rows, import(good, true));
+    write(bad, rows);
+    line("acquired: all bad", rows, import(bad, true, 1));
+    write(good, rows);
+    line("acquired: post", rows, import(good, false));
+    restore();
+  }
+
+  /// Checks once to make the indexes, once for the figure, and posts.
+  void measure(const Way& way, int rows) {
+    write(way, rows);
+    const std::string name = way.name;
+    line((name + ": first").c_str(), rows, import(way, true));
+    const Run checked = import(way, true);
+    line((name + ": check").c_str(), rows, checked);
+    const Run posted = import(way, false);
+    line((name + ": check and post").c_str(), rows, posted);
+    line((name + ": post alone").c_str(), rows, difference(posted, checked));
+    restore();
+  }
+
+  /// Time of a row in workbooks of 1,000 and 65,535 rows of one category whose identifiers are generated. An import of
+  /// one row is what starting, opening and closing the company take; the first one makes the indexes, too.
+  void measureGrowth() {
+    constexpr int kShort = 1'000;
+    const Way way{"one category", SheetKind::kOneCategory, {"--kind", "acquired"}};
+    write(way, 1);
+    const Run first = import(way, false);
+    const double start =
+        std::min({import(way, false).cpuSeconds, import(way, false).cpuSeconds, import(way, false).cpuSeconds});
+    write(way, kShort);
+    const double brief = std::min({import(way, false).cpuSeconds, import(way, false).cpuSeconds,
+                                   import(way, false).cpuSeconds, import(way, false).cpuSeconds});
+    write(way, kLongestSheet);
+    const Run longest = import(way, false);
+    const auto microseconds = [start](double seconds, int rows) { return (seconds - start) / (rows - 1) * 1e6; };
+    const double ofBrief = microseconds(brief, kShort);
+    const double ofLongest = microseconds(longest.cpuSeconds, kLongestSheet);
+    line("one category: post", kLongestSheet, longest);
+    std::printf(
+        "growth at %d assets: start %.2f s, indexes %.2f s; a row of %d takes %.0f us, of %d %.0f us, %.2f times\n",
+        assets_, start, first.cpuSeconds - start, kShort, ofBrief, kLongestSheet, ofLongest, ofLongest / ofBrief);
+    std::fflush(stdout);
+    restore();
   }
 
  private:
   fs::path company() const { return folder_ / "DEMOOrva.MDB"; }
+  std::string workbook() const { return (folder_ / "assets.xls").string(); }
+  /// In a process of its own: a program starts out with the peak memory of the one that started it.
+  void write(const Way& way, int rows) const {
+    const bool written = inChild([&] { writeAssetSheet(workbook(), way.sheet, rows, assets_); });
+    if (!written) throw std::runtime_error("a workbook was not written");
+  }
+  void restore() const { fs::copy_file(folder_ / "kept", company(), fs::copy_options::overwrite_existing); }
 
   Run orva(std::vector<std::string> arguments, const std::string& input = "/dev/null") const {
     arguments.insert(arguments.begin(), program_);
@@ -143,12 +118,19 @@ class Measurements {
     return runProgram(arguments, input);
   }
 
-  void report(const char* what, int assets, int rows, int status, const std::vector<std::string>& arguments) const {
-    std::vector<std::string> command{"import", "--company", "DEMO", "--kind", "acquired"};
-    command.insert(command.end(), arguments.begin(), arguments.end());
+  Run import(const Way& way, bool validateOnly, int status = 0) const {
+    std::vector<std::string> command{"import", "--company", "DEMO", workbook()};
+    command.insert(command.end(), way.arguments.begin(), way.arguments.end());
+    if (validateOnly) command.emplace_back("--validate-only");
     const Run run = orva(command);
     expect(status, run);
-    line(what, assets, rows, run);
+    return run;
+  }
+
+  static Run difference(const Run& whole, const Run& part) {
+    return {.seconds = whole.seconds - part.seconds,
+            .cpuSeconds = whole.cpuSeconds - part.cpuSeconds,
+            .megabytes = whole.megabytes};
   }
 
   static void expect(int status, const Run& run) {
@@ -157,32 +139,47 @@ class Measurements {
                              std::to_string(status));
   }
 
-  static void line(const char* what, int assets, int rows, const Run& run) {
-    std::printf("%-20s %10d %8d %9.2f s %10.0f %8.0f MB\n", what, assets, rows, run.seconds, rows / run.seconds,
-                run.megabytes);
+  void line(const char* what, int rows, const Run& run) const {
+    std::printf("%-30s %10d %8d %9.2f s %9.2f s %10.0f %8.0f MB\n", what, assets_, rows, run.seconds, run.cpuSeconds,
+                rows / run.cpuSeconds, run.megabytes);
     std::fflush(stdout);
   }
 
   std::string program_;
   std::string script_;
   fs::path folder_;
+  int assets_ = 0;
 };
+
+void measureAll(Measurements& measurements, int assets) {
+  const Way byAssetId{
+      "by asset id", SheetKind::kModifyByAssetId, {"--kind", "acquired", "--mode", "modify-by-asset-id"}};
+  const Way byPhysicalId{
+      "by physical id", SheetKind::kModifyByPhysicalId, {"--kind", "acquired", "--mode", "modify-by-physical-id"}};
+  const Way closing{"closing", SheetKind::kClosing, {"--kind", "closing"}};
+  measurements.makeCompany(assets, Stock::kPurchased);
+  for (const int rows : {1'000, 10'000, kLongestSheet}) measurements.measureAcquired(rows);
+  measurements.measureGrowth();
+  for (const Way& way : {byAssetId, byPhysicalId}) measurements.measure(way, std::min(assets, kLongestSheet));
+  measurements.makeCompany(assets, Stock::kTakenOver);
+  measurements.measure(closing, kLongestSheet);
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 4) {
-    std::fprintf(stderr, "usage: %s PROGRAM COMPANY_SCRIPT FOLDER [LARGEST_COMPANY]\n", argv[0]);
+    std::fprintf(stderr, "usage: %s PROGRAM COMPANY_SCRIPT FOLDER [LARGEST_COMPANY [SMALLEST_COMPANY]]\n", argv[0]);
     return 2;
   }
   try {
     const int largest = argc > 4 ? std::atoi(argv[4]) : 1'000'000;
+    const int smallest = argc > 5 ? std::atoi(argv[5]) : 0;
     Measurements measurements(argv[1], argv[2], argv[3]);
-    std::printf("%-20s %10s %8s %11s %10s %11s\n", "whole process", "assets", "rows", "wall", "rows/s", "peak");
+    std::printf("%-30s %10s %8s %11s %11s %10s %11s\n", "whole process", "assets", "rows", "wall", "processor",
+                "rows/s", "peak");
     for (const int assets : {1'000, 100'000, 1'000'000}) {
-      if (assets > largest) break;
-      measurements.makeCompany(assets);
-      for (const int rows : {1'000, 10'000, 65'535}) measurements.measure(assets, rows);
+      if (assets <= largest && assets >= smallest) measureAll(measurements, assets);
     }
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s\n", error.what());

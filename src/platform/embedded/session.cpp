@@ -103,7 +103,13 @@ std::shared_ptr<Prepared> Session::remember(const StatementText& text, sql::Tran
 }
 
 void Session::ensureLookups(const sql::Translation& translation) {
-  for (const sql::LookupIndex& lookup : translation.lookups) store_->ensureLookup(*lookup.table, lookup.parts);
+  for (const sql::LookupIndex& lookup : translation.lookups) {
+    if (lookup.condition.empty()) {
+      store_->ensureLookup(*lookup.table, lookup.parts);
+    } else {
+      store_->ensureLookupWhere(*lookup.table, lookup.parts, lookup.condition);
+    }
+  }
 }
 
 std::shared_ptr<Prepared> Session::query(std::string_view text, std::size_t criterionAt,

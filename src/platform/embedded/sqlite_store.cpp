@@ -434,16 +434,17 @@ void SqliteStore::dropLookups(const TableDef& table) {
   lookups_.clear();
 }
 
-void SqliteStore::ensureLookup(const TableDef& table, const std::vector<std::string>& parts) {
+void SqliteStore::ensureLookupWhere(const TableDef& table, const std::vector<std::string>& parts,
+                                    const std::string& condition) {
   std::string columns;
   for (const std::string& part : parts) {
     columns += (columns.empty() ? "" : ", ") + part + (givesText(part) ? " COLLATE " + collation_ : std::string());
   }
-  const std::string name = kLookupPrefix + table.name + ":" + columns;
+  const std::string rows = condition.empty() ? std::string() : " WHERE " + condition;
+  const std::string name = kLookupPrefix + table.name + ":" + columns + rows;
   if (!lookups_.insert(name).second) return;
-  const std::string sql =
-      "CREATE INDEX IF NOT EXISTS " + quoteName(name) + " ON " + quoteName(table.name) + " (" + columns + ")";
-  sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr);
+  const std::string place = quoteName(name) + " ON " + quoteName(table.name) + " (" + columns + ")" + rows;
+  sqlite3_exec(handle(), ("CREATE INDEX IF NOT EXISTS " + place).c_str(), nullptr, nullptr, nullptr);
 }
 
 }  // namespace orva::embedded

@@ -34,7 +34,11 @@ class SqliteStore : public Store {
   void dropColumn(const TableDef& table, std::size_t column) override;
   void createIndex(const TableDef& table, const IndexDef& index) override;
   void dropIndex(const TableDef& table, const IndexDef& index) override;
-  void ensureLookup(const TableDef& table, const std::vector<std::string>& parts) override;
+  void ensureLookup(const TableDef& table, const std::vector<std::string>& parts) override {
+    ensureLookupWhere(table, parts, {});
+  }
+  void ensureLookupWhere(const TableDef& table, const std::vector<std::string>& parts,
+                         const std::string& condition) override;
 
  private:
   class Change;

@@ -68,6 +68,12 @@ class Store {
   /// of the table, serves look-ups. A wish: a store may have none, and a failure
   /// (a locked or read-only file) is passed over.
   virtual void ensureLookup(const TableDef& table, const std::vector<std::string>& parts) = 0;
+  /// The same for look-ups whose rows all meet `condition`. A store may keep every row.
+  virtual void ensureLookupWhere(const TableDef& table, const std::vector<std::string>& parts,
+                                 const std::string& condition) {
+    static_cast<void>(condition);
+    ensureLookup(table, parts);
+  }
 };
 
 }  // namespace orva::embedded

@@ -278,6 +278,7 @@ Operand Translator::compare(const Expr& expr) {
   Operand result;
   result.type = SqlType::kBoolean;
   if (expr.name == "=" && prefixTest(expr, result)) return result;
+  if (expr.name == "<>" && flagTest(expr, result)) return result;
   const Operand left = translate(withoutCase(*expr.args[0]));
   const Operand right = translate(withoutCase(*expr.args[1]));
   result.sql = comparison(expr.name, left, right);

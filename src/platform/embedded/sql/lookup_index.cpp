@@ -45,6 +45,25 @@ void Translator::note(const std::string& op, const Operand& left, const Operand&
   if (found == facts_->equal.end() && facts_->equal.size() < kMostEqualParts) facts_->equal.push_back(left.key);
 }
 
+/// "column <> 'O'" beside an equality: nearly all rows may have that flag, so only an index without them keeps the
+/// look-up short. The letter stands in the text, as it does in the index; a column has few of them.
+bool Translator::flagTest(const Expr& expr, Operand& result) {
+  const Expr& flag = *expr.args[1];
+  if (!facts_ || flag.kind != ExprKind::kLiteral || flag.token.kind != TokenKind::kText) return false;
+  const std::string letter(flag.token.text);
+  if (letter.size() != 1 || letter == "'" || letter == "\"") return false;
+  const Operand column = translate(*expr.args[0]);
+  if (!column.column || column.type != SqlType::kText || column.key.empty()) return false;
+  assume(flag);
+  const std::string test = " <> '" + letter + "'";
+  result.sql = "(" + column.sql + test + ")";
+  if (facts_->unequal.empty()) {
+    facts_->unequal = column.key;
+    facts_->condition = column.key + test;
+  }
+  return true;
+}
+
 /// The first ordering, or the column of a lone maximum or minimum, which is the
 /// first of an ordering.
 void Translator::noteOrder(const SelectStatement& statement) {
@@ -71,13 +90,19 @@ void Translator::proposeIndex(const TableDef& table, const Facts& facts) {
   const bool repeats = std::find(facts.equal.begin(), facts.equal.end(), next) != facts.equal.end();
   const std::string last = repeats ? std::string() : next;
   if (facts.equal.empty() && last.empty()) return;
+  const bool leavesOut = !facts.equal.empty() && last.empty() && !facts.unequal.empty();
   for (const IndexDef& index : table.indexes) {
-    if (serves(index, facts.equal, last)) return;
+    if (serves(index, facts.equal, last) && (index.unique || !leavesOut)) return;
   }
   LookupIndex lookup{&table, facts.equal};
+  if (leavesOut) {
+    // With the flag in it, the index answers by itself and is preferred to one over every row.
+    lookup.parts.push_back(facts.unequal);
+    lookup.condition = facts.condition;
+  }
   if (!last.empty()) lookup.parts.push_back(last);
   const auto isSame = [&lookup](const LookupIndex& other) {
-    return other.table == lookup.table && other.parts == lookup.parts;
+    return other.table == lookup.table && other.parts == lookup.parts && other.condition == lookup.condition;
   };
   if (std::none_of(result_.lookups.begin(), result_.lookups.end(), isSame))
     result_.lookups.push_back(std::move(lookup));

@@ -50,6 +50,8 @@ struct Assumption {
 struct LookupIndex {
   const embedded::TableDef* table = nullptr;
   std::vector<std::string> parts;
+  /// The index holds the rows that meet this condition only. Empty: every row.
+  std::string condition = {};
 };
 
 /// A statement of a dialect as SQLite reads it. It points into the catalogue.

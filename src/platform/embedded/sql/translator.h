@@ -67,6 +67,9 @@ class Translator {
     std::vector<std::string> equal;
     std::string range;
     std::string order;
+    /// A key that differs from a flag, and that condition.
+    std::string unequal;
+    std::string condition;
   };
 
   // Names.
@@ -87,6 +90,7 @@ class Translator {
   Operand numberArithmetic(const std::string& op, const Operand& left, const Operand& right);
   Operand compare(const Expr& expr);
   bool prefixTest(const Expr& expr, Operand& result);
+  bool flagTest(const Expr& expr, Operand& result);
   Operand junction(const Expr& expr, const char* word);
   Operand isNull(const Expr& expr);
   Operand inList(const Expr& expr);
