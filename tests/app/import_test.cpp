@@ -1,3 +1,5 @@
+#include <sqlite3.h>
+
 #include <fstream>
 
 #include "app/batch_test.h"
@@ -150,6 +152,55 @@ TEST_F(Import, LeaseEndDatesAreSetWhenEveryRowIsGood) {
   EXPECT_EQ(good.status, 0) << good.err;
   EXPECT_EQ(countOf(query("select LeaseDate from Asset where PhyID = 'P1'")), "31/03/2030\n");
   EXPECT_EQ(run({"update-leod", "--company", "DEMO", folder.file("missing.xls")}).status, 2);
+}
+
+/// What an accountant ties to the ledger, before and after posting, with every unit counted.
+TEST_F(Import, ControlTotalsAreThoseOfTheCompany) {
+  auto headings = assetHeadings();
+  auto three = goodAsset("P1");
+  headings.emplace_back("ACCDEP");
+  headings.emplace_back("ShiftedFrom");
+  three[7] = "100";
+  three[15] = "3";
+  three.emplace_back("10.01");
+  three.emplace_back("Nagpur");
+  auto one = goodAsset("P2");
+  one.emplace_back("0.5");
+  one.emplace_back("Nagpur");
+  const std::string path = workbook("assets.xls", {headings, three, one});
+  const std::string amounts = "Cost 65100.50, Accumulated Depreciation 10.51\n";
+  const std::string ofWorkbook = "Control totals of the workbook : ";
+  const std::string ofCompany = "Control totals of the company  : ";
+  const Ran validated = import(path, {"--shifted-in", "--validate-only"});
+  EXPECT_NE(validated.out.find(ofWorkbook + "Rows 2, " + amounts), std::string::npos) << validated.out;
+  EXPECT_EQ(validated.out.find(ofCompany), std::string::npos) << "nothing is posted yet";
+  const Ran posted = import(path, {"--shifted-in", "--multiple-asset-ids"});
+  EXPECT_EQ(posted.status, 0) << posted.err;
+  EXPECT_NE(posted.out.find(ofWorkbook + "Rows 2, Assets 4, " + amounts + ofCompany + "Assets 4, " + amounts +
+                            "Assets created : 4\n"),
+            std::string::npos)
+      << posted.out;
+  EXPECT_EQ(countOf(query("select count(*) as n, sum(Cost) as c, sum(AccDep) as a from Asset")), "4\t65100.5\t10.51\n");
+}
+
+TEST_F(Import, ACompanyThatKeepsOtherAmountsIsAnError) {
+  // The file does what a damaged one might: it keeps a rupee less than it is given.
+  const std::string file = folder.file("DEMOOrva.MDB");
+  ASSERT_TRUE(std::filesystem::exists(file));
+  sqlite3* database = nullptr;
+  ASSERT_EQ(sqlite3_open(file.c_str(), &database), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(database,
+                         "create trigger thief after insert on Asset begin update Asset set Cost = Cost - 10000 where "
+                         "PhyID = 'P2' and rowid = new.rowid; end",
+                         nullptr, nullptr, nullptr),
+            SQLITE_OK);
+  sqlite3_close(database);
+  const Ran ran = import(workbook("assets.xls", {assetHeadings(), goodAsset("P1"), goodAsset("P2")}));
+  EXPECT_EQ(ran.status, 2);
+  EXPECT_NE(ran.out.find("Rows posted : 2\n"), std::string::npos) << ran.out;
+  EXPECT_NE(ran.out.find("Control totals of the company  : Rows 2, Cost 130000.00, "), std::string::npos) << ran.out;
+  EXPECT_NE(ran.err.find("The control totals of the company differ from those of the workbook."), std::string::npos)
+      << ran.err;
 }
 
 TEST_F(Import, FieldsPrintsTheCatalogueOfTheChoice) {

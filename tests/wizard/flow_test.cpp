@@ -133,6 +133,77 @@ TEST(Posting, ALostConnectionAndATableThatCannotBeOpenedEndTheRun) {
   }
 }
 
+constexpr ControlColumn kSaleAmount[] = {{.label = "Amount", .heading = "SaleAMT", .field = "Amount"}};
+constexpr ControlPlan kSalePlan = {.records = "Sales", .columns = kSaleAmount, .posted = {}};
+
+/// A posting run that reads this back from the company.
+template <std::int64_t kRecords, int kCents>
+PostResult readsBack(ImportRun& run) {
+  constexpr std::int64_t kUnitsPerCent = Currency::kUnitsPerOne / 100;
+  ControlTotals company{.records = kRecords, .amounts = {Currency::fromUnits(kCents * kUnitsPerCent)}};
+  return {.finished = true, .rowsPosted = run.rowCount(), .text = "Imported successfully", .controlTotals = company};
+}
+
+PostResult readsNothingBack(ImportRun&) {
+  return {.finished = true, .rowsPosted = 2, .text = "Imported successfully", .controlTotals = std::nullopt};
+}
+
+/// Two sales of 10: what the company must keep of them, and what the finish page says when it does not.
+TEST(ControlTotals, TieTheCompanyToTheWorkbookOnTheFinishPage) {
+  struct Case {
+    PostResult (*post)(ImportRun&);
+    const char* company;
+    const char* error;
+  };
+  const std::string ofWorkbook = "Control totals of the workbook : Rows 2, Amount 20.00";
+  const Case kCases[] = {
+      {readsBack<2, 2000>, "\nControl totals of the company  : Rows 2, Amount 20.00", ""},
+      {readsBack<2, 1999>, "\nControl totals of the company  : Rows 2, Amount 19.99",
+       "The control totals of the company differ from those of the workbook. The rows stay posted.\n"},
+      {readsBack<1, 2000>, "\nControl totals of the company  : Rows 1, Amount 20.00",
+       "The control totals of the company differ from those of the workbook. The rows stay posted.\n"},
+      {readsNothingBack, "", "The control totals of the company could not be read. The rows stay posted.\n"},
+  };
+  for (const Case& one : kCases) {
+    WizardScreen wizard;
+    for (ImportProcedures& kind : wizard.registry) {
+      kind.controlPlan = &kSalePlan;
+      kind.post = one.post;
+    }
+    wizard.validateSales({"", ""});
+    wizard.screen.cmdNext_Click(WizardPage::kResults);
+    EXPECT_EQ(wizard.screen.txtMsg.text(), "Click on Finish to Update into ORVA\n" + ofWorkbook);
+    wizard.screen.cmdContinue_Click(WizardPage::kFinish);
+    EXPECT_EQ(wizard.screen.txtMsg.text(), "Imported successfully\n" + ofWorkbook + one.company);
+    const std::string error = *one.error == '\0' ? "" : one.error + ofWorkbook + one.company;
+    EXPECT_EQ(wizard.fakes.dialogs.lastText(), error);
+    EXPECT_EQ(wizard.screen.controlTotalsAgree(), error.empty());
+    if (error.empty()) continue;
+    EXPECT_EQ(wizard.fakes.dialogs.messages.back().icon, MessageIcon::kCritical);
+  }
+}
+
+TEST(LeaseDates, AreOfferedWhileLeaseHoldIsTicked) {
+  WizardScreen wizard;
+  int calculated = 0;
+  frmImport screen(wizard.fakes.services, wizard.company, wizard.registry, {.onCalcLeaseDate = [&] {
+                     EXPECT_NE(wizard.company.connection, nullptr) << "the company is open";
+                     ++calculated;
+                   }});
+  screen.Load();
+  screen.cmdSkip_Click();
+  screen.cmdCalcLeaseDate_Click();
+  EXPECT_EQ(calculated, 0) << "the box is not ticked";
+  screen.ChkLeaseHold.setValue(true);
+  screen.ChkLeaseHold_Click();
+  EXPECT_TRUE(screen.cmdCalcLeaseDate.enabled());
+  screen.cmdCalcLeaseDate_Click();
+  EXPECT_EQ(calculated, 1);
+  screen.ChkLeaseHold.setValue(false);
+  screen.ChkLeaseHold_Click();
+  EXPECT_FALSE(screen.cmdCalcLeaseDate.enabled());
+}
+
 TEST(Trap, ShowsADatabaseFailureAndTheScreenGoesOn) {
   WizardScreen wizard;
   wizard.choose(ImportKindId::kSale);
