@@ -38,21 +38,26 @@ constexpr DefaultValue kDefaults[] = {
     {.heading = "COSTCENTRE", .target = "Centrecode", .isKept = &ParameterFlags::costCentres},
 };
 
-/// Records of other tables that name the asset, for an asset that gets a new identifier.
-constexpr Query kRenames[] = {
-    {"update fadep set assetid ='{after}' where assetid='{before}'"},
-    {"update fadep1 set assetid ='{after}' where assetid='{before}'"},
-    {"update fadep2 set assetid ='{after}' where assetid='{before}'"},
-    {"update shift set assetid ='{after}' where assetid='{before}'"},
-    {"update cadep set assetid ='{after}' where assetid='{before}'"},
-    {"update itaxdep set assetid ='{after}' where assetid='{before}'"},
-    {"update asset set passetid ='{after}' where passetid='{before}'"},
-    {"update addition set passetid ='{after}' where passetid='{before}'"},
-    {"update costbreakup set assetid ='{after}' where assetid='{before}'"},
-    {"update amc set assetid ='{after}' where assetid='{before}'"},
-    {"update insurance set assetid ='{after}' where assetid='{before}'"},
-    {"update reclassastcat set assetid ='{after}' where assetid='{before}'"},
-    {"update udvalues set assetid ='{after}' where assetid='{before}'"},
+/// Where records name an asset, for an asset that gets a new identifier.
+struct NamingColumn {
+  std::string_view table;
+  std::string_view column = "assetid";
+};
+
+constexpr NamingColumn kNamingColumns[] = {
+    {"fadep"},
+    {"fadep1"},
+    {"fadep2"},
+    {"shift"},
+    {"cadep"},
+    {"itaxdep"},
+    {.table = "asset", .column = "passetid"},
+    {.table = "addition", .column = "passetid"},
+    {"costbreakup"},
+    {"amc"},
+    {"insurance"},
+    {"reclassastcat"},
+    {"udvalues"},
 };
 
 constexpr Query kMoveChildren = {
@@ -67,6 +72,17 @@ constexpr Query kTakeBacks[] = {
 constexpr Query kFirstDepreciation = {"select docdt,method from fadep where assetid='{identifier}' order by docdt"};
 
 constexpr std::string_view kNone = "NONE";
+
+/// Most tables have no record of an asset, and looking is cheaper than a change of nothing.
+void renameEverywhere(const ImportRun& run, const std::string& before, const std::string& after) {
+  for (const NamingColumn& naming : kNamingColumns) {
+    const std::string table(naming.table);
+    const std::string column(naming.column);
+    const std::string condition = " where " + column + "='" + sqlEscape(before) + "'";
+    if (run.connection().open("select " + column + " from " + table + condition)->eof()) continue;
+    run.connection().execute("update " + table + " set " + column + " ='" + sqlEscape(after) + "'" + condition);
+  }
+}
 
 /// Undoing after a failure. When it fails as well, the first failure is the one to tell.
 template <class Step>
@@ -234,16 +250,13 @@ void AssetPosting::moveChildren(const std::string& classCode, const std::string&
 void AssetPosting::renameDependents() {
   const std::string identifier = nullToText(field("Assetid"));
   if (equalsNoCase(identifier, identifierBefore_)) return;
-  const auto execute = [this](const Query& statement, const std::string& before, const std::string& after) {
-    run().connection().execute(
-        composeQuery(statement, run().dialect(), NamedValues{{"before", before}, {"after", after}}));
-  };
   try {
-    for (const Query& rename : kRenames) execute(rename, identifierBefore_, identifier);
+    renameEverywhere(run(), identifierBefore_, identifier);
   } catch (const ProviderError&) {
     tryToUndo([&] {
-      for (const Query& rename : kRenames) execute(rename, identifier, identifierBefore_);
-      execute(kGiveBackIdentifier, identifier, identifierBefore_);
+      renameEverywhere(run(), identifier, identifierBefore_);
+      run().connection().execute(composeQuery(kGiveBackIdentifier, run().dialect(),
+                                              NamedValues{{"before", identifier}, {"after", identifierBefore_}}));
     });
     throw;
   }
