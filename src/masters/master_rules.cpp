@@ -1,5 +1,7 @@
 #include "masters/master_rules.h"
 
+#include <algorithm>
+
 namespace orva {
 namespace {
 
@@ -13,7 +15,10 @@ bool isTaken(MasterRow& row, const Cell& cell, const MasterRule& rule) {
 }
 
 bool hasSpecialCharacter(MasterRow&, const Cell& cell, const MasterRule&) {
-  return cell.value.find_first_of("'\"\r\n") != std::string_view::npos;
+  return std::any_of(cell.value.begin(), cell.value.end(), [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte == '\'' || byte == '"' || byte < 0x20 || byte == 0x7F;
+  });
 }
 
 bool isInvalidPan(MasterRow&, const Cell& cell, const MasterRule&) {

@@ -203,6 +203,7 @@ TEST(LeaseEnd, BrowsingPutsTheChosenPathIntoTheBox) {
   EXPECT_EQ(update.screen.txtExcel.text(), "c:\\new.xls");
   const FileQuestion& question = update.fakes.dialogs.fileQuestions.at(1);
   EXPECT_EQ(question.title, "Select Excel File");
+  EXPECT_EQ(question.defaultPattern, "*.xls");
   EXPECT_EQ(question.filter, "Excel(*.xls)|*.xls|All Files(*.*)|*.*");
 }
 
