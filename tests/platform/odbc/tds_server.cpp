@@ -1,0 +1,96 @@
+#include "platform/odbc/tds_server.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+#include "platform/odbc/tds_session.h"
+
+namespace orva::tds {
+
+void ServerPlan::failAt(int nth, int number, std::string text) {
+  const std::scoped_lock lock(mutex_);
+  failures_[seen_ + nth] = {number, std::move(text)};
+}
+
+void ServerPlan::dropAt(int nth) {
+  const std::scoped_lock lock(mutex_);
+  dropAt_ = seen_ + nth;
+}
+
+std::vector<std::string> ServerPlan::statements() const {
+  const std::scoped_lock lock(mutex_);
+  return statements_;
+}
+
+int ServerPlan::count() const {
+  const std::scoped_lock lock(mutex_);
+  return static_cast<int>(statements_.size());
+}
+
+void ServerPlan::forget() {
+  const std::scoped_lock lock(mutex_);
+  statements_.clear();
+  roundTrips_ = 0;
+}
+
+ServerPlan::Fate ServerPlan::next(const std::string& statement, ServerError& error) {
+  const std::scoped_lock lock(mutex_);
+  statements_.push_back(statement);
+  ++seen_;
+  if (seen_ == dropAt_) return Fate::kDrop;
+  const auto failure = failures_.find(seen_);
+  if (failure == failures_.end()) return Fate::kRun;
+  error = failure->second;
+  failures_.erase(failure);
+  return Fate::kFail;
+}
+
+Server::Server(std::string folder, std::string user, std::string password)
+    : folder_(std::move(folder)), user_(std::move(user)), password_(std::move(password)) {
+  listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof address;
+  auto* const general = reinterpret_cast<sockaddr*>(&address);
+  if (bind(listener_, general, length) != 0 || listen(listener_, 16) != 0 ||
+      getsockname(listener_, general, &length) != 0) {
+    throw std::runtime_error("no port for the test server");
+  }
+  port_ = ntohs(address.sin_port);
+  acceptor_ = std::thread([this] { accept(); });
+}
+
+Server::~Server() {
+  shutdown(listener_, SHUT_RDWR);
+  acceptor_.join();
+  close(listener_);
+  {
+    const std::scoped_lock lock(mutex_);
+    for (const int socket : sockets_) shutdown(socket, SHUT_RDWR);
+  }
+  for (std::thread& session : sessions_) session.join();
+  for (const int socket : sockets_) close(socket);
+}
+
+void Server::accept() {
+  for (;;) {
+    const int socket = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+    if (socket < 0) return;
+    const int now = 1;
+    setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &now, sizeof now);
+    const std::scoped_lock lock(mutex_);
+    sockets_.push_back(socket);
+    sessions_.emplace_back([this, socket] {
+      serve(*this, socket);
+      shutdown(socket, SHUT_RDWR);
+    });
+  }
+}
+
+}  // namespace orva::tds

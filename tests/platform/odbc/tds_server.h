@@ -1,0 +1,73 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/odbc/tds_tokens.h"
+
+namespace orva::tds {
+
+/// What a test wants from its server, and what it may ask it.
+class ServerPlan {
+ public:
+  /// The `nth` statement from now (1 is the next one) is answered with this error.
+  void failAt(int nth, int number, std::string text);
+  /// At the `nth` statement from now the connection is dropped without an answer.
+  void dropAt(int nth);
+  /// The statements that came, with "@P1" and the like where they carried parameters.
+  std::vector<std::string> statements() const;
+  int count() const;
+  void forget();
+  /// Every message from the client counts, statements or not.
+  int roundTrips() const { return roundTrips_; }
+
+  // For the server.
+  enum class Fate { kRun, kFail, kDrop };
+  Fate next(const std::string& statement, ServerError& error);
+  void roundTrip() { ++roundTrips_; }
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<std::string> statements_;
+  std::map<int, ServerError> failures_;
+  int dropAt_ = -1;
+  int seen_ = 0;
+  std::atomic<int> roundTrips_ = 0;
+};
+
+/// A server that speaks the wire protocol of version 7.4 on the loopback interface, in front
+/// of the embedded engine: catalog C is the file C.mdb of a folder. One login is let in.
+class Server {
+ public:
+  Server(std::string folder, std::string user, std::string password);
+  ~Server();
+  Server(const Server&) = delete;
+  Server& operator=(const Server&) = delete;
+
+  int port() const { return port_; }
+  ServerPlan& plan() { return plan_; }
+  const std::string& folder() const { return folder_; }
+  const std::string& user() const { return user_; }
+  const std::string& password() const { return password_; }
+
+ private:
+  void accept();
+
+  std::string folder_;
+  std::string user_;
+  std::string password_;
+  ServerPlan plan_;
+  int listener_ = -1;
+  int port_ = 0;
+  std::mutex mutex_;
+  std::vector<int> sockets_;
+  std::vector<std::thread> sessions_;
+  std::thread acceptor_;
+};
+
+}  // namespace orva::tds
