@@ -33,7 +33,7 @@ OdbcRowSet::OdbcRowSet(OdbcSession& session, std::string_view sql, bool updatabl
       layout_ = session_->layoutOf(shape_);
       columns_ = layout_->columns;
     } else {
-      start();
+      startOrRecall();
     }
   } catch (...) {
     session_->leave(this);
@@ -57,23 +57,55 @@ void OdbcRowSet::checkOpen() const {
   if (!session_) throw ProviderError(provider_number::kObjectClosed, "The record set is closed.");
 }
 
-void OdbcRowSet::start() {
+void OdbcRowSet::reset() {
   if (statement_) std::exchange(statement_, nullptr)->close();
   rows_.clear();
   passed_ = 0;
   onAddedRow_ = false;
+  isBeginning_ = false;
   editing_ = Editing::kNone;
   pending_.clear();
-  statement_ = session_->query(lifted(shape_.with(criterion_)));
+}
+
+/// Asks the server.
+void OdbcRowSet::start() {
+  reset();
+  run(lifted(shape_.with(criterion_)));
+}
+
+void OdbcRowSet::run(const BoundText& text) {
+  statement_ = session_->query(text);
   started_ = true;
   session_->takeOver(this);
   if (!layout_) columns_ = statement_->columns();
   readAhead(kReadAhead);
 }
 
+/// Asks the server unless it has just answered the same question. That there is no row to
+/// change is asked each time: what is not there may be made.
+void OdbcRowSet::startOrRecall() {
+  reset();
+  const std::string query = shape_.with(criterion_);
+  const BoundText text = lifted(query);
+  const std::string question = questionOf(text);
+  const Answer* const answer = session_->answers().find(question);
+  if (!answer) {
+    run(text);
+    if (layout_ && rows_.empty()) return;
+    const bool isComplete = !statement_;
+    Answer given{columns_, {rows_.begin(), isComplete ? rows_.end() : rows_.begin() + 1}, isComplete};
+    session_->answers().remember(question, namesIn(query), std::move(given));
+    return;
+  }
+  columns_ = answer->columns;
+  rows_.assign(answer->rows.begin(), answer->rows.end());
+  isBeginning_ = !answer->isComplete;
+  started_ = true;
+}
+
 void OdbcRowSet::readAhead(std::size_t rows) {
   while (statement_ && rows > 0) {
-    Kept next;
+    KeptRow next;
     bool found = false;
     try {
       found = statement_->givesRows() && statement_->fetch(next.cells);
@@ -89,7 +121,7 @@ void OdbcRowSet::readAhead(std::size_t rows) {
     }
     next.isWhole = !layout_ || !layout_->hasPrimaryKey || rows_.size() < kMostWholeRows;
     if (!next.isWhole) next.cells = keyOf(next.cells);
-    rows_.push_back(std::move(next));
+    rows_.push_back(std::make_shared<const KeptRow>(std::move(next)));
     --rows;
   }
 }
@@ -110,7 +142,7 @@ bool OdbcRowSet::eof() {
 
 std::int64_t OdbcRowSet::recordCount() {
   checkOpen();
-  if (started_ && !statement_) return passed_ + static_cast<std::int64_t>(rows_.size());
+  if (started_ && !statement_ && !isBeginning_) return passed_ + static_cast<std::int64_t>(rows_.size());
   const auto count = session_->query(lifted(shape_.counting(criterion_)));
   Row row;
   const bool found = count->fetch(row);
@@ -132,7 +164,7 @@ void OdbcRowSet::requery() {
 void OdbcRowSet::filter(std::string_view criterion) {
   checkOpen();
   criterion_ = criterion;
-  start();
+  startOrRecall();
 }
 
 void OdbcRowSet::moveNext() {
@@ -146,11 +178,13 @@ void OdbcRowSet::moveNext() {
     rows_.clear();
     return;
   }
-  rows_.pop_front();
+  // Who goes on behind the beginning gets the rows of now.
+  if (isBeginning_) start();
+  if (!rows_.empty()) rows_.pop_front();
   ++passed_;
   if (rows_.empty()) readAhead(kReadAhead);
   // Rows that have been deleted meanwhile are passed over.
-  while (!rows_.empty() && !rows_.front().isWhole && !loadCurrent()) rows_.pop_front();
+  while (!rows_.empty() && !rows_.front()->isWhole && !loadCurrent()) rows_.pop_front();
 }
 
 std::vector<FieldInfo> OdbcRowSet::fields() const {
@@ -180,22 +214,22 @@ Value OdbcRowSet::get(std::string_view field) {
   if (editing_ == Editing::kAdding) return {};
   ensureStarted();
   if (rows_.empty()) failNoRow();
-  const Kept& current = rows_.front();
+  const KeptRow& current = *rows_.front();
   if (!current.known.empty() && !current.known[static_cast<std::size_t>(place)]) return addedValue(place);
   return current.cells[static_cast<std::size_t>(place)].value;
 }
 
 /// What the server gave a column of the new row that was not set.
 Value OdbcRowSet::addedValue(int column) {
-  Kept& added = rows_.front();
+  const KeptRow& added = *rows_.front();
   const bool keyIsSet = layout_->hasPrimaryKey && std::ranges::all_of(layout_->key, [&](int place) {
                           return added.known[static_cast<std::size_t>(place)];
                         });
   if (keyIsSet) {
-    auto rows = rowsWithKey(keyOf(added.cells));
-    if (rows.size() == 1) added = std::move(rows.front());
+    const auto rows = rowsWithKey(keyOf(added.cells));
+    if (rows.size() == 1) rows_.front() = rows.front();
   }
-  return added.cells[static_cast<std::size_t>(column)].value;
+  return rows_.front()->cells[static_cast<std::size_t>(column)].value;
 }
 
 Row OdbcRowSet::keyOf(const Row& whole) const {
@@ -214,20 +248,20 @@ std::string OdbcRowSet::keyCondition(const Row& key, std::vector<Argument>& argu
   return text;
 }
 
-std::vector<OdbcRowSet::Kept> OdbcRowSet::rowsWithKey(const Row& key) {
+KeptRows OdbcRowSet::rowsWithKey(const Row& key) {
   BoundText text;
   text.sql = shape_.where(keyCondition(key, text.arguments));
   const auto statement = session_->query(text);
-  std::vector<Kept> rows;
-  for (Kept row; statement->fetch(row.cells); row = {}) rows.push_back(std::move(row));
+  KeptRows rows;
+  for (Row row; statement->fetch(row);) rows.push_back(std::make_shared<const KeptRow>(KeptRow{std::move(row)}));
   return rows;
 }
 
 /// False when the row is gone.
 bool OdbcRowSet::loadCurrent() {
-  auto rows = rowsWithKey(rows_.front().cells);
+  const auto rows = rowsWithKey(rows_.front()->cells);
   if (rows.empty()) return false;
-  rows_.front() = std::move(rows.front());
+  rows_.front() = rows.front();
   return true;
 }
 
@@ -276,7 +310,8 @@ void OdbcRowSet::storeNew() {
   BoundText text{"insert into " + shape_.table()};
   std::string names;
   std::string values;
-  Kept added{.cells = Row(columns().all().size()), .isWhole = true, .known = std::vector<bool>(columns().all().size())};
+  KeptRow added{
+      .cells = Row(columns().all().size()), .isWhole = true, .known = std::vector<bool>(columns().all().size())};
   for (const auto& [place, value] : pending_) {
     const Column& column = columns().at(place);
     names += (names.empty() ? "" : ", ") + quoted(column);
@@ -286,10 +321,10 @@ void OdbcRowSet::storeNew() {
     added.known[static_cast<std::size_t>(place)] = true;
   }
   text.sql += names.empty() ? " default values" : " (" + names + ") values (" + values + ")";
-  session_->change(text);
+  session_->change(text, shape_.tableName());
   if (statement_) std::exchange(statement_, nullptr)->close();
   rows_.clear();
-  rows_.push_back(std::move(added));
+  rows_.push_back(std::make_shared<const KeptRow>(std::move(added)));
   started_ = true;
   onAddedRow_ = true;
 }
@@ -304,8 +339,8 @@ void OdbcRowSet::checkOnlyRow(const Row& key) {
 
 void OdbcRowSet::storeChanges() {
   if (rows_.empty()) failNoRow();
-  if (!rows_.front().known.empty()) addedValue(0);
-  Kept& current = rows_.front();
+  if (!rows_.front()->known.empty()) addedValue(0);
+  KeptRow current = *rows_.front();
   const Row key = keyOf(current.cells);
   BoundText text{"update " + shape_.table() + " set "};
   for (const auto& [place, value] : pending_) {
@@ -322,11 +357,12 @@ void OdbcRowSet::storeChanges() {
     if (!before.value.isNull()) text.arguments.push_back({column.wire, before});
   }
   checkOnlyRow(key);
-  if (session_->change(text) == 0) {
+  if (session_->change(text, shape_.tableName()) == 0) {
     throw ProviderError(kChangedByAnother,
                         "The record cannot be stored: another user has changed or deleted it since it was read.");
   }
-  for (const auto& [place, value] : pending_) rows_.front().cells[static_cast<std::size_t>(place)] = {value};
+  for (const auto& [place, value] : pending_) current.cells[static_cast<std::size_t>(place)] = {value};
+  rows_.front() = std::make_shared<const KeptRow>(std::move(current));
 }
 
 void OdbcRowSet::cancel() {

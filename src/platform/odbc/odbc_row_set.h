@@ -41,15 +41,11 @@ class OdbcRowSet final : public Recordset {
 
  private:
   enum class Editing { kNone, kChanging, kAdding };
-  /// Whole rows carry a cell for every column, others only those of the key.
-  struct Kept {
-    Row cells;
-    bool isWhole = true;
-    /// A row that was added: columns that were not set are still to be read.
-    std::vector<bool> known = {};
-  };
 
   void start();
+  void startOrRecall();
+  void run(const BoundText& text);
+  void reset();
   void readAhead(std::size_t rows);
   void ensureStarted();
   void checkOpen() const;
@@ -61,7 +57,7 @@ class OdbcRowSet final : public Recordset {
   bool loadCurrent();
   Value addedValue(int column);
   std::string keyCondition(const Row& key, std::vector<Argument>& arguments) const;
-  std::vector<Kept> rowsWithKey(const Row& key);
+  KeptRows rowsWithKey(const Row& key);
   void storeNew();
   void storeChanges();
   void checkOnlyRow(const Row& key);
@@ -74,7 +70,8 @@ class OdbcRowSet final : public Recordset {
   std::shared_ptr<const ColumnList> columns_;
   std::shared_ptr<Statement> statement_;  ///< under way
   bool started_ = false;
-  std::deque<Kept> rows_;  ///< the current one is the first
+  std::deque<std::shared_ptr<const KeptRow>> rows_;  ///< the current one is the first
+  bool isBeginning_ = false;                         ///< `rows_` is the beginning of an answer given before
   std::int64_t passed_ = 0;
   bool onAddedRow_ = false;
   Editing editing_ = Editing::kNone;

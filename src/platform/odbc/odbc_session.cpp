@@ -5,6 +5,7 @@
 
 #include "platform/odbc/odbc_row_set.h"
 #include "platform/odbc/utf16.h"
+#include "platform/values/text.h"
 
 namespace orva::odbc {
 namespace {
@@ -55,7 +56,12 @@ std::shared_ptr<Statement> OdbcSession::query(const BoundText& text) {
   return statement;
 }
 
-std::int64_t OdbcSession::change(const BoundText& text) {
+std::int64_t OdbcSession::change(const BoundText& text, const std::string& table) {
+  answers_.changed({toUpper(table)});
+  return run(text);
+}
+
+std::int64_t OdbcSession::run(const BoundText& text) {
   const auto statement = query(text);
   if (!statement->givesRows()) return statement->changedRows();
   statement->close();
@@ -63,9 +69,11 @@ std::int64_t OdbcSession::change(const BoundText& text) {
 }
 
 std::int64_t OdbcSession::execute(std::string_view sql) {
-  const bool newLayout = mayChangeLayout(sql);
-  if (newLayout) forgetLayouts();
-  if (!newLayout) return change(lifted(sql));
+  if (!mayChangeLayout(sql)) {
+    answers_.changed(namesIn(sql));
+    return run(lifted(sql));
+  }
+  forgetLayouts();
   takeOver(nullptr);
   link_.checkAlive();
   Statement statement(link_, lifted(sql).sql);
@@ -83,6 +91,7 @@ void OdbcSession::forgetLayouts() {
   takeOver(nullptr);
   layouts_.clear();
   statements_.clear();
+  answers_.forgetAll();
 }
 
 std::shared_ptr<const TableLayout> OdbcSession::layoutOf(const QueryShape& shape) {

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/odbc/answers.h"
 #include "platform/odbc/link.h"
 #include "platform/odbc/statement.h"
 #include "platform/odbc/statement_text.h"
@@ -40,8 +41,9 @@ class OdbcSession final : public Connection {
 
   /// Runs a query; the result is under way.
   std::shared_ptr<Statement> query(const BoundText& text);
-  /// Runs a change of rows; how many it hit.
-  std::int64_t change(const BoundText& text);
+  /// Runs a change of the rows of a table; how many it hit.
+  std::int64_t change(const BoundText& text, const std::string& table);
+  Answers& answers() { return answers_; }
   /// Puts the running record set aside and makes `next` the running one.
   void takeOver(OdbcRowSet* next);
   void enter(OdbcRowSet* set) { open_.insert(set); }
@@ -50,6 +52,7 @@ class OdbcSession final : public Connection {
   std::shared_ptr<const TableLayout> layoutOf(const QueryShape& shape);
 
  private:
+  std::int64_t run(const BoundText& text);
   std::shared_ptr<Statement> prepared(const BoundText& text);
   std::vector<std::string> primaryKeyOf(const std::string& table);
   void forgetLayouts();
@@ -57,6 +60,7 @@ class OdbcSession final : public Connection {
   Link link_;
   std::unordered_map<std::string, std::shared_ptr<Statement>> statements_;
   std::map<std::string, std::shared_ptr<const TableLayout>> layouts_;
+  Answers answers_;
   OdbcRowSet* running_ = nullptr;
   std::set<OdbcRowSet*> open_;
 };

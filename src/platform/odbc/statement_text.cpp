@@ -118,7 +118,17 @@ bool mayChangeLayout(std::string_view sql) {
   return !tokens || !isRowStatement(*tokens);
 }
 
-QueryShape::QueryShape(std::string_view sql) : head_(sql) {
+std::vector<std::string> namesIn(std::string_view sql) {
+  std::vector<std::string> names;
+  const auto tokens = tokensOf(sql);
+  if (!tokens) return names;
+  for (const Placed& placed : *tokens) {
+    if (placed.isName()) names.push_back(toUpper(placed.token.text));
+  }
+  return names;
+}
+
+QueryShape::QueryShape(std::string_view sql) : whole_(sql), head_(sql) {
   const auto tokens = tokensOf(sql);
   if (!tokens || tokens->empty() || !tokens->front().isWord("select")) return;
   std::size_t end = sql.size();
@@ -177,8 +187,8 @@ std::string QueryShape::filtered(const std::string& head, std::string_view crite
 }
 
 std::string QueryShape::with(std::string_view criterion) const {
-  const bool wrapped = !isPlain_ && !trimSpace(criterion).empty();
-  return filtered(wrapped ? "select * from (" + head_ + ") as rows_" : head_, criterion) + " " + order_;
+  if (trimSpace(criterion).empty()) return whole_;
+  return filtered(!isPlain_ ? "select * from (" + head_ + ") as rows_" : head_, criterion) + " " + order_;
 }
 
 std::string QueryShape::counting(std::string_view criterion) const {

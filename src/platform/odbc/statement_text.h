@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/odbc/column.h"
 
@@ -19,6 +20,9 @@ BoundText lifted(std::string_view sql);
 
 /// True for a statement after which tables may look different.
 bool mayChangeLayout(std::string_view sql);
+
+/// The words of a statement that may name a table, upper-cased; none when it cannot be read.
+std::vector<std::string> namesIn(std::string_view sql);
 
 /// Where the parts of a query stand.
 class QueryShape {
@@ -39,6 +43,7 @@ class QueryShape {
  private:
   std::string filtered(const std::string& head, std::string_view criterion) const;
 
+  std::string whole_;
   std::string head_;       ///< up to the condition
   std::size_t from_ = 0;   ///< where the tables begin in it
   std::string condition_;  ///< of the query itself

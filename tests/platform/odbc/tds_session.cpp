@@ -1,5 +1,6 @@
 #include "platform/odbc/tds_session.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <filesystem>
@@ -98,7 +99,7 @@ class Conversation {
         writeDone(out_, Done::kBatch, done_status::kAttention);
       else
         throw Gone();
-      send();
+      send(true);
     }
   }
 
@@ -127,28 +128,37 @@ class Conversation {
     }
   }
 
-  void send() {
+  /// Sends what is written so far in full packets; at the end of the answer, all of it.
+  void send(bool isEnd) {
     const std::string body = out_.take();
     out_ = {};
     std::string packets;
     std::size_t at = 0;
     do {
       const std::size_t part = std::min(kMostInPacket, body.size() - at);
-      const bool last = at + part == body.size();
+      const bool isLast = isEnd && at + part == body.size();
+      if (!isEnd && part < kMostInPacket) break;
       const std::size_t length = part + kHeader;
       packets += '\x04';
-      packets += last ? '\x01' : '\x00';
+      packets += isLast ? '\x01' : '\x00';
       packets += static_cast<char>(length >> 8);
       packets += static_cast<char>(length & 0xFF);
       packets.append("\0\0\1\0", 4);
       packets += body.substr(at, part);
       at += part;
     } while (at < body.size());
+    out_.raw(std::string_view(body).substr(at));
     for (std::size_t sent = 0; sent < packets.size();) {
       const ssize_t done = ::send(socket_, packets.data() + sent, packets.size() - sent, MSG_NOSIGNAL);
       if (done <= 0) throw Gone();
       sent += static_cast<std::size_t>(done);
     }
+  }
+
+  /// True when the client speaks in the middle of an answer: it wants no more of it.
+  bool isInterrupted() const {
+    pollfd waiting{.fd = socket_, .events = POLLIN, .revents = 0};
+    return poll(&waiting, 1, 0) > 0;
   }
 
   /// Version 10.0, no encryption.
@@ -307,16 +317,17 @@ class Conversation {
     }
     const auto rows = engine_->open(sql, CursorKind::kForwardOnly, LockKind::kReadOnly);
     const std::vector<FieldInfo> fields = rows->fields();
-    Writer body;
-    writeColumns(body, fields);
+    writeColumns(out_, fields);
     std::uint64_t count = 0;
     std::vector<Value> row(fields.size());
     for (; !rows->eof(); rows->moveNext()) {
       for (std::size_t i = 0; i < fields.size(); ++i) row[i] = rows->get(fields[i].name);
-      writeRow(body, fields, row);
+      writeRow(out_, fields, row);
       ++count;
+      if (out_.bytes().size() < kMostInPacket) continue;
+      send(false);
+      if (isInterrupted()) break;
     }
-    out_.raw(body.bytes());
     writeDone(out_, token, status | done_status::kCount, count);
   }
 

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "fakes/temporary_folder.h"
+#include "platform/odbc/tds_server.h"
+#include "startup/company_context.h"
+
+namespace orva {
+
+/// Where the tests of the server run: against the test server, and against the one that the
+/// environment variable ORVA_TEST_SQLSERVER names by an ODBC connection string
+/// ("SERVER=host;PORT=1433;UID=user;PWD=secret"; its login may make databases).
+enum class Where { kTestServer, kRealServer };
+
+/// A server with catalogs of its own, which are gone when the home is.
+class ServerHome {
+ public:
+  /// `base` is the path of test catalogs to start with; empty: none.
+  explicit ServerHome(Where where, const std::string& base = {});
+  ~ServerHome();
+  ServerHome(const ServerHome&) = delete;
+  ServerHome& operator=(const ServerHome&) = delete;
+
+  static bool isThere(Where where);
+  void makeCatalog(const std::string& catalog);
+  std::unique_ptr<Connection> connect(const std::string& catalog, const std::string& password = {});
+  /// What start-up leaves for this server.
+  const CompanyContext& context() const { return context_; }
+  DatabaseRegistry& databases() { return databases_; }
+  /// Only of the test server.
+  tds::ServerPlan& plan() { return server_->plan(); }
+  const TemporaryFolder& folder() const { return folder_; }
+
+ private:
+  TemporaryFolder folder_;
+  std::unique_ptr<tds::Server> server_;
+  CompanyContext context_;
+  DatabaseRegistry databases_;
+  std::vector<std::string> made_;
+};
+
+/// Runs each test at both places; skipped where there is no server.
+class ServerTest : public testing::TestWithParam<Where> {
+ protected:
+  void SetUp() override {
+    if (!ServerHome::isThere(GetParam())) GTEST_SKIP() << "ORVA_TEST_SQLSERVER names no server";
+    home = std::make_unique<ServerHome>(GetParam());
+  }
+  bool isReal() const { return GetParam() == Where::kRealServer; }
+
+  std::unique_ptr<ServerHome> home;
+};
+
+inline std::string whereName(const testing::TestParamInfo<Where>& where) {
+  return where.param == Where::kTestServer ? "TestServer" : "RealServer";
+}
+
+/// Number and text of the failure of `action`; zero when it did not fail.
+template <typename Action>
+ProviderError failureOf(Action action) {
+  try {
+    action();
+  } catch (const ProviderError& error) {
+    return error;
+  }
+  return {0, "it did not fail"};
+}
+
+/// Rows of a query: values joined by "|", rows by "/".
+std::string rowsOf(Connection& connection, const std::string& sql);
+
+}  // namespace orva
