@@ -78,8 +78,6 @@ constexpr ClearText kClearTexts[] = {
     {1222, "Another user holds these rows. "},
 };
 
-constexpr std::string_view kLost = "The connection to the server was lost. ";
-
 const NativeRow* rowOf(std::int32_t native) {
   const auto* found = std::ranges::find(kNatives, native, &NativeRow::native);
   return found == std::end(kNatives) ? nullptr : found;
@@ -103,7 +101,6 @@ std::string describe(const DiagnosticRecord& record) {
   std::string text;
   const auto* clear = std::ranges::find(kClearTexts, record.native, &ClearText::native);
   if (clear != std::end(kClearTexts)) text = clear->text;
-  if (record.state.starts_with("08S")) text = kLost;
   return text + std::string(withoutNames(record.text));
 }
 
@@ -136,7 +133,9 @@ ProviderError providerError(std::span<const DiagnosticRecord> records) {
 }
 
 bool tellsLostConnection(std::span<const DiagnosticRecord> records) {
-  return std::ranges::any_of(records, [](const DiagnosticRecord& record) { return record.state.starts_with("08"); });
+  return std::ranges::any_of(records, [](const DiagnosticRecord& record) {
+    return record.state == "08S01" || record.state == "08003" || record.state == "08007";
+  });
 }
 
 }  // namespace orva::odbc

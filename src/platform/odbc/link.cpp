@@ -1,12 +1,15 @@
 #include "platform/odbc/link.h"
 
 #include <array>
+#include <string_view>
 
 #include "platform/odbc/diagnostics.h"
 #include "platform/odbc/utf16.h"
 
 namespace orva::odbc {
 namespace {
+
+constexpr std::string_view kLost = "The connection to the server was lost.";
 
 EnvironmentHandle openEnvironment() {
   EnvironmentHandle environment;
@@ -35,7 +38,7 @@ Link::~Link() {
 }
 
 void Link::checkAlive() const {
-  if (lost_) throw ProviderError(provider_number::kUnspecified, "The connection to the server was lost.");
+  if (lost_) throw ProviderError(provider_number::kUnspecified, std::string(kLost));
 }
 
 void Link::fail(SQLSMALLINT handleType, SQLHANDLE handle) {
@@ -44,9 +47,7 @@ void Link::fail(SQLSMALLINT handleType, SQLHANDLE handle) {
   SQLGetConnectAttr(connection_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, sizeof dead, nullptr);
   lost_ = lost_ || dead == SQL_CD_TRUE || tellsLostConnection(records);
   const ProviderError error = providerError(records);
-  if (lost_ && error.number() != provider_number::kUnspecified) {
-    throw ProviderError(provider_number::kUnspecified, "The connection to the server was lost. " + error.description());
-  }
+  if (lost_) throw ProviderError(provider_number::kUnspecified, std::string(kLost) + " " + error.description());
   throw error;
 }
 
