@@ -44,6 +44,10 @@ OutputCell cellOf(const std::string& text) {
 
 }  // namespace
 
+std::string serverDefinition(const std::string& access) {
+  return replaceAll(withServerTypes(access), "constraint pk_id primary key", "primary key");
+}
+
 std::string serverForm(std::string statement) {
   std::ranges::replace(statement, '#', '\'');
   statement = std::regex_replace(statement, std::regex("\\btrue\\b"), "1");
@@ -54,13 +58,9 @@ DemoCompany::DemoCompany(Where where) : home(where) {
   home.makeCatalog("DEMOORVA");
   {
     const auto connection = home.connect("DEMOORVA");
-    const auto run = [&](const std::string& statement) {
-      // A key's name may stand only once in a database of a server.
-      connection->execute(replaceAll(withServerTypes(statement), "constraint pk_id primary key", "primary key"));
-    };
-    for (const std::string& statement : baseTableStatements()) run(statement);
+    for (const std::string& statement : baseTableStatements()) connection->execute(serverDefinition(statement));
     runUpgrade(*connection, SchemaDialect::kServer);
-    for (const std::string& statement : afterUpgradeStatements()) run(statement);
+    for (const std::string& statement : afterUpgradeStatements()) connection->execute(serverDefinition(statement));
     connection->execute("insert into Company (cocd) values ('DEMO')");
   }
   fill();

@@ -25,6 +25,9 @@ class DemoCompany {
   /// Writes a workbook with the sheet "Asset" and gives its path.
   std::string workbook(const std::vector<std::vector<std::string>>& rows) const;
 
+  /// Bytes of a file of the server's program folder.
+  std::string programFile(const std::string& name) const { return program_.read(name); }
+
   ServerHome home;
 
  private:
@@ -38,6 +41,9 @@ std::vector<std::string> assetHeadings();
 /// One good asset under these headings.
 std::vector<std::string> goodAsset(const std::string& physicalId);
 
+/// A definition of the base layout in the server's dialect, where a key's name may stand only
+/// once in a database.
+std::string serverDefinition(const std::string& access);
 /// A statement of the demonstration script in the server's dialect.
 std::string serverForm(std::string statement);
 

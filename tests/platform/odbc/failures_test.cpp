@@ -46,13 +46,13 @@ TEST_P(TestServerFailures, TheServersNumberDecides) {
       EXPECT_EQ(error.number(), number(c.number)) << c.native << " " << call;
       EXPECT_TRUE(error.description().ends_with(text)) << error.description();
     };
-    home->plan().failAt(1, c.native, text);
+    home->plan().failAt(1, {c.native, text});
     expectFailure(failureOf([&] { connection->execute("delete from T where name='x'"); }), "execute");
-    home->plan().failAt(1, c.native, text);
+    home->plan().failAt(1, {c.native, text});
     expectFailure(failureOf([&] { connection->open("select id from T where id=-" + std::to_string(++id)); }), "open");
     rows->addNew();
     rows->set("id", ++id);
-    home->plan().failAt(1, c.native, text);
+    home->plan().failAt(1, {c.native, text});
     expectFailure(failureOf([&] { rows->update(); }), "update");
     EXPECT_NO_THROW(rows->update()) << "the pending record stays";
     EXPECT_NO_THROW(connection->execute("delete from T where name='x'")) << "the connection works on";
@@ -63,7 +63,7 @@ TEST_P(TestServerFailures, DeadlockAndFullLogSayWhatHappened) {
   const std::pair<int, const char*> kCases[] = {
       {1205, "Another user was changing the same rows"}, {9002, "log on the server is full"}, {1105, "no room left"}};
   for (const auto& [native, text] : kCases) {
-    home->plan().failAt(1, native, "native");
+    home->plan().failAt(1, {native, "native"});
     const ProviderError error = failureOf([&] { connection->execute("delete from T"); });
     EXPECT_NE(error.description().find(text), std::string::npos) << error.description();
   }

@@ -57,13 +57,19 @@ void ServerHome::makeCatalog(const std::string& catalog) {
                              catalog + ".mdf')");
 }
 
-std::unique_ptr<Connection> ServerHome::connect(const std::string& catalog, const std::string& password) {
-  CompanyContext context;
+void ServerHome::fill(CompanyContext& context) const {
+  context.isSqlServer = true;
   context.authenticationKind = context_.authenticationKind;
   context.providerClause = context_.providerClause;
   context.server = context_.server;
   context.userId = context_.userId;
-  context.password = password.empty() ? context_.password : password;
+  context.password = context_.password;
+}
+
+std::unique_ptr<Connection> ServerHome::connect(const std::string& catalog, const std::string& password) {
+  CompanyContext context;
+  fill(context);
+  if (!password.empty()) context.password = password;
   return databases_.connect(serverConnectionString(context, catalog));
 }
 

@@ -31,6 +31,7 @@ class ServerHome {
   std::unique_ptr<Connection> connect(const std::string& catalog, const std::string& password = {});
   /// What start-up leaves for this server.
   const CompanyContext& context() const { return context_; }
+  void fill(CompanyContext& context) const;
   DatabaseRegistry& databases() { return databases_; }
   /// Only of the test server.
   tds::ServerPlan& plan() { return server_->plan(); }

@@ -12,14 +12,14 @@
 
 namespace orva::tds {
 
-void ServerPlan::failAt(int nth, int number, std::string text) {
+void ServerPlan::failAt(int nth, ServerError error, std::string beginning) {
   const std::scoped_lock lock(mutex_);
-  failures_[seen_ + nth] = {number, std::move(text)};
+  faults_.push_back({Fate::kFail, nth, std::move(error), std::move(beginning)});
 }
 
-void ServerPlan::dropAt(int nth) {
+void ServerPlan::dropAt(int nth, std::string beginning) {
   const std::scoped_lock lock(mutex_);
-  dropAt_ = seen_ + nth;
+  faults_.push_back({Fate::kDrop, nth, {}, std::move(beginning)});
 }
 
 std::vector<std::string> ServerPlan::statements() const {
@@ -27,27 +27,21 @@ std::vector<std::string> ServerPlan::statements() const {
   return statements_;
 }
 
-int ServerPlan::count() const {
-  const std::scoped_lock lock(mutex_);
-  return static_cast<int>(statements_.size());
-}
-
 void ServerPlan::forget() {
   const std::scoped_lock lock(mutex_);
   statements_.clear();
-  roundTrips_ = 0;
 }
 
 ServerPlan::Fate ServerPlan::next(const std::string& statement, ServerError& error) {
   const std::scoped_lock lock(mutex_);
   statements_.push_back(statement);
-  ++seen_;
-  if (seen_ == dropAt_) return Fate::kDrop;
-  const auto failure = failures_.find(seen_);
-  if (failure == failures_.end()) return Fate::kRun;
-  error = failure->second;
-  failures_.erase(failure);
-  return Fate::kFail;
+  Fate fate = Fate::kRun;
+  for (Fault& fault : faults_) {
+    if (!statement.starts_with(fault.beginning) || --fault.left != 0) continue;
+    fate = fault.fate;
+    error = fault.error;
+  }
+  return fate;
 }
 
 Server::Server(std::string folder, std::string user, std::string password)

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <atomic>
-#include <functional>
-#include <map>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -15,29 +12,31 @@ namespace orva::tds {
 /// What a test wants from its server, and what it may ask it.
 class ServerPlan {
  public:
-  /// The `nth` statement from now (1 is the next one) is answered with this error.
-  void failAt(int nth, int number, std::string text);
-  /// At the `nth` statement from now the connection is dropped without an answer.
-  void dropAt(int nth);
-  /// The statements that came, with "@P1" and the like where they carried parameters.
+  enum class Fate { kRun, kFail, kDrop };
+
+  /// The `nth` statement from now that begins like this (1 is the next one) is answered with
+  /// this error.
+  void failAt(int nth, ServerError error, std::string beginning = {});
+  /// At the `nth` such statement the connection is dropped without an answer.
+  void dropAt(int nth, std::string beginning = {});
+  /// The statements that came since the last `forget`, with the values of their parameters.
   std::vector<std::string> statements() const;
-  int count() const;
   void forget();
-  /// Every message from the client counts, statements or not.
-  int roundTrips() const { return roundTrips_; }
 
   // For the server.
-  enum class Fate { kRun, kFail, kDrop };
   Fate next(const std::string& statement, ServerError& error);
-  void roundTrip() { ++roundTrips_; }
 
  private:
+  struct Fault {
+    Fate fate;
+    int left;
+    ServerError error;
+    std::string beginning;
+  };
+
   mutable std::mutex mutex_;
   std::vector<std::string> statements_;
-  std::map<int, ServerError> failures_;
-  int dropAt_ = -1;
-  int seen_ = 0;
-  std::atomic<int> roundTrips_ = 0;
+  std::vector<Fault> faults_;
 };
 
 /// A server that speaks the wire protocol of version 7.4 on the loopback interface, in front

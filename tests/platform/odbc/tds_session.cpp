@@ -85,7 +85,6 @@ class Conversation {
     for (;;) {
       unsigned type = 0;
       const std::string message = receive(type);
-      server_.plan().roundTrip();
       Reader in(message);
       if (type == kPreLogin)
         preLogin();
@@ -207,7 +206,7 @@ class Conversation {
   void batch(Reader& in) {
     skipHeaders(in);
     const std::string text = fromWideBytes(in.rest());
-    runStatement(text, text, Done::kBatch, done_status::kFinal);
+    runStatement(text, Done::kBatch, done_status::kFinal);
   }
 
   void remoteCalls(Reader& in) {
@@ -265,7 +264,7 @@ class Conversation {
   }
 
   bool runWith(const std::string& text, const std::vector<Parameter>& parameters) {
-    return runStatement(text, withParameters(text, parameters), Done::kInProcedure, done_status::kMore);
+    return runStatement(withParameters(text, parameters), Done::kInProcedure, done_status::kMore);
   }
 
   void primaryKeys(const std::string& table) {
@@ -289,10 +288,10 @@ class Conversation {
     writeDone(out_, Done::kInProcedure, done_status::kCount | done_status::kMore, count);
   }
 
-  /// Runs `sql`, known to the plan as `text`. False when it failed.
-  bool runStatement(const std::string& text, const std::string& sql, Done token, unsigned status) {
+  /// False when it failed.
+  bool runStatement(const std::string& sql, Done token, unsigned status) {
     ServerError error;
-    const ServerPlan::Fate fate = server_.plan().next(text, error);
+    const ServerPlan::Fate fate = server_.plan().next(sql, error);
     if (fate == ServerPlan::Fate::kDrop) throw Gone();
     if (fate == ServerPlan::Fate::kRun) {
       try {
