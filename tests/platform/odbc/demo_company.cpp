@@ -54,24 +54,39 @@ std::string serverForm(std::string statement) {
   return std::regex_replace(statement, std::regex("\\bfalse\\b"), "0");
 }
 
-DemoCompany::DemoCompany(Where where) : home(where) {
-  home.makeCatalog("DEMOORVA");
-  {
-    const auto connection = home.connect("DEMOORVA");
-    for (const std::string& statement : baseTableStatements()) connection->execute(serverDefinition(statement));
-    runUpgrade(*connection, SchemaDialect::kServer);
-    for (const std::string& statement : afterUpgradeStatements()) connection->execute(serverDefinition(statement));
-    connection->execute("insert into Company (cocd) values ('DEMO')");
-  }
-  fill();
+const DemoCompany& DemoCompany::master() {
+  static DemoCompany company(Where::kTestServer, nullptr);
+  company.home.stop();
+  return company;
 }
 
-void DemoCompany::fill() {
+DemoCompany::DemoCompany(Where where) : DemoCompany(where, where == Where::kTestServer ? &master() : nullptr) {}
+
+DemoCompany::DemoCompany(Where where, const DemoCompany* base) : home(where, base ? &base->home : nullptr) {
   const CompanyContext& context = home.context();
   program_.write("SqlProviderConnection.ini", context.providerClause + "\r\n");
   expectDone(onServer({"server-file", "--server", context.server, "--authentication", "SQL", "--user", context.userId},
                       context.password + "\n"));
+  if (!base) makeServerCompany();
+  makeAccessCompany(base);
+}
+
+void DemoCompany::makeServerCompany() {
+  home.makeCatalog("DEMOORVA");
+  const auto connection = home.connect("DEMOORVA");
+  for (const std::string& statement : baseTableStatements()) connection->execute(serverDefinition(statement));
+  runUpgrade(*connection, SchemaDialect::kServer);
+  for (const std::string& statement : afterUpgradeStatements()) connection->execute(serverDefinition(statement));
+  connection->execute("insert into Company (cocd) values ('DEMO')");
   expectDone(onServer({"sql", "--company", "DEMO"}, serverForm(demoScript())));
+}
+
+void DemoCompany::makeAccessCompany(const DemoCompany* base) {
+  if (base) {
+    std::filesystem::copy(base->access_.path(), access_.path());
+    access_.write("Orva.ini", access_.text() + "\r\n");
+    return;
+  }
   expectDone(onAccess({"setup"}));
   expectDone(onAccess({"new", "DEMO"}));
   expectDone(onAccess({"sql", "--company", "DEMO"}, demoScript()));

@@ -24,14 +24,17 @@ class DemoCompany {
   Ran onAccess(std::vector<std::string> arguments, const std::string& input = {}) const;
   /// Writes a workbook with the sheet "Asset" and gives its path.
   std::string workbook(const std::vector<std::vector<std::string>>& rows) const;
-
   /// Bytes of a file of the server's program folder.
   std::string programFile(const std::string& name) const { return program_.read(name); }
 
   ServerHome home;
 
  private:
-  void fill();
+  /// The company of which the test server's tests get copies; made once.
+  static const DemoCompany& master();
+  DemoCompany(Where where, const DemoCompany* base);
+  void makeServerCompany();
+  void makeAccessCompany(const DemoCompany* base);
 
   TemporaryFolder program_;
   TemporaryFolder access_;

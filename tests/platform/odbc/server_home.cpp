@@ -14,13 +14,12 @@ const char* realServer() { return std::getenv("ORVA_TEST_SQLSERVER"); }
 
 bool ServerHome::isThere(Where where) { return where == Where::kTestServer || (realServer() && *realServer()); }
 
-ServerHome::ServerHome(Where where, const std::string& base) {
+ServerHome::ServerHome(Where where, const ServerHome* base) : isTest_(where == Where::kTestServer) {
   addServerProviders(databases_);
   context_.isSqlServer = true;
   context_.authenticationKind = "SQL";
   context_.providerClause = "Provider=SQLOLEDB.1;Persist Security Info=False;";
-  if (!base.empty()) std::filesystem::copy(base, folder_.path());
-  if (where == Where::kRealServer) {
+  if (!isTest_) {
     const ConnectionClauses clauses(realServer());
     const std::string port = clauses.get("PORT");
     context_.server = clauses.get("SERVER") + (port.empty() ? "" : "," + port);
@@ -32,7 +31,10 @@ ServerHome::ServerHome(Where where, const std::string& base) {
   context_.password = "p}w&d{ '=x";
   server_ = std::make_unique<tds::Server>(folder_.text(), context_.userId, context_.password);
   context_.server = "tcp:127.0.0.1," + std::to_string(server_->port());
-  if (!base.empty()) return;
+  if (base) {
+    std::filesystem::copy(base->folder_.path(), folder_.path());
+    return;
+  }
   makeCatalog("master");
   const auto master = connect("master");
   master->execute("create table sysdatabases (name nvarchar(128), filename nvarchar(260))");
@@ -40,14 +42,13 @@ ServerHome::ServerHome(Where where, const std::string& base) {
 }
 
 ServerHome::~ServerHome() {
-  for (const std::string& catalog : made_) {
-    if (!server_) connect("master")->execute("drop database [" + catalog + "]");
-  }
+  if (isTest_) return;
+  for (const std::string& catalog : made_) connect("master")->execute("drop database [" + catalog + "]");
 }
 
 void ServerHome::makeCatalog(const std::string& catalog) {
   made_.push_back(catalog);
-  if (!server_) {
+  if (!isTest_) {
     connect("master")->execute("create database [" + catalog + "]");
     return;
   }

@@ -20,12 +20,13 @@ enum class Where { kTestServer, kRealServer };
 /// A server with catalogs of its own, which are gone when the home is.
 class ServerHome {
  public:
-  /// `base` is the path of test catalogs to start with; empty: none.
-  explicit ServerHome(Where where, const std::string& base = {});
+  /// With the catalogs of another test server that was stopped, or with none.
+  explicit ServerHome(Where where, const ServerHome* base = nullptr);
   ~ServerHome();
   ServerHome(const ServerHome&) = delete;
   ServerHome& operator=(const ServerHome&) = delete;
 
+  void stop() { server_.reset(); }
   static bool isThere(Where where);
   void makeCatalog(const std::string& catalog);
   std::unique_ptr<Connection> connect(const std::string& catalog, const std::string& password = {});
@@ -38,6 +39,7 @@ class ServerHome {
   const TemporaryFolder& folder() const { return folder_; }
 
  private:
+  bool isTest_;
   TemporaryFolder folder_;
   std::unique_ptr<tds::Server> server_;
   CompanyContext context_;
