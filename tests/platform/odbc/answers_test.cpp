@@ -1,7 +1,7 @@
 #include <random>
 
 #include "platform/odbc/answers.h"
-#include "platform/odbc/server_home.h"
+#include "platform/odbc/server_test.h"
 #include "platform/values/text.h"
 
 namespace orva {

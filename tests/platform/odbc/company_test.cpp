@@ -7,6 +7,7 @@
 #include "platform/embedded/embedded_adapter.h"
 #include "platform/odbc/demo_company.h"
 #include "platform/odbc/odbc_adapter.h"
+#include "platform/odbc/server_test.h"
 #include "platform/values/text.h"
 #include "startup/company_listing.h"
 #include "startup/schema/base_layout.h"

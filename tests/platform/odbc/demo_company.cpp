@@ -4,6 +4,7 @@
 #include <fstream>
 #include <regex>
 #include <sstream>
+#include <stdexcept>
 
 #include "app/batch/batch.h"
 #include "platform/values/date.h"
@@ -33,7 +34,7 @@ std::string demoScript() {
 }
 
 void expectDone(const Ran& ran) {
-  if (ran.status != 0) ADD_FAILURE() << ran.out << ran.err;
+  if (ran.status != 0) throw std::runtime_error(ran.out + ran.err);
 }
 
 OutputCell cellOf(const std::string& text) {
@@ -100,13 +101,13 @@ Ran DemoCompany::onAccess(std::vector<std::string> arguments, const std::string&
   return runCommand(access_.text(), arguments, input);
 }
 
-std::string DemoCompany::workbook(const std::vector<std::vector<std::string>>& rows) const {
+std::string DemoCompany::workbook(const std::vector<std::vector<std::string>>& rows, const std::string& name) const {
   std::vector<std::vector<OutputCell>> cells;
   for (const auto& row : rows) {
     auto& line = cells.emplace_back();
     for (const std::string& text : row) line.push_back(cellOf(text));
   }
-  const std::string path = program_.file("assets.xls");
+  const std::string path = program_.file(name);
   XlsWorkbooks().write(path, "Asset", cells);
   return path;
 }

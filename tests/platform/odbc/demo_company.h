@@ -23,7 +23,7 @@ class DemoCompany {
   Ran onServer(std::vector<std::string> arguments, const std::string& input = {}) const;
   Ran onAccess(std::vector<std::string> arguments, const std::string& input = {}) const;
   /// Writes a workbook with the sheet "Asset" and gives its path.
-  std::string workbook(const std::vector<std::vector<std::string>>& rows) const;
+  std::string workbook(const std::vector<std::vector<std::string>>& rows, const std::string& name = "assets.xls") const;
   /// Bytes of a file of the server's program folder.
   std::string programFile(const std::string& name) const { return program_.read(name); }
 

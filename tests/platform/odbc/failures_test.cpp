@@ -1,6 +1,6 @@
 #include "platform/odbc/diagnostics.h"
 #include "platform/odbc/odbc_adapter.h"
-#include "platform/odbc/server_home.h"
+#include "platform/odbc/server_test.h"
 
 namespace orva {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/odbc/server_home.h"
+#include "platform/odbc/server_test.h"
 #include "platform/values/text.h"
 
 namespace orva {

@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/odbc/tds_tokens.h"
+#include "platform/odbc/server/tds_tokens.h"
 
 namespace orva::tds {
 

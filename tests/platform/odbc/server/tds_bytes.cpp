@@ -1,4 +1,4 @@
-#include "platform/odbc/tds_bytes.h"
+#include "platform/odbc/server/tds_bytes.h"
 
 #include <cstring>
 

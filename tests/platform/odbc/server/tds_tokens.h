@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/database.h"
-#include "platform/odbc/tds_bytes.h"
+#include "platform/odbc/server/tds_bytes.h"
 
 namespace orva::tds {
 

@@ -1,4 +1,4 @@
-#include "platform/odbc/tds_tokens.h"
+#include "platform/odbc/server/tds_tokens.h"
 
 #include <cmath>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "platform/odbc/tds_server.h"
+#include "platform/odbc/server/tds_server.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -8,7 +8,7 @@
 
 #include <stdexcept>
 
-#include "platform/odbc/tds_session.h"
+#include "platform/odbc/server/tds_session.h"
 
 namespace orva::tds {
 

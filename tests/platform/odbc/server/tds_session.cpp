@@ -1,4 +1,4 @@
-#include "platform/odbc/tds_session.h"
+#include "platform/odbc/server/tds_session.h"
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -10,7 +10,7 @@
 
 #include "platform/embedded/session.h"
 #include "platform/embedded/sqlite_store.h"
-#include "platform/odbc/tds_server.h"
+#include "platform/odbc/server/tds_server.h"
 #include "platform/values/text.h"
 
 namespace orva::tds {
