@@ -3,10 +3,12 @@
 #include <vector>
 
 #include "app/batch/commands.h"
+#include "platform/database.h"
 #include "platform/files.h"
 #include "platform/values/text.h"
 #include "startup/orva_ini.h"
 #include "startup/shared_error_report.h"
+#include "startup/windows_text.h"
 
 namespace orva {
 namespace {
@@ -21,22 +23,30 @@ std::string readPassword(std::istream& in) {
   return line;
 }
 
-std::vector<std::string> scrambledLines(const ServerFileOptions& options, const std::string& password) {
+std::vector<std::string> scrambledLines(const ServerFileOptions& options, const std::string& password, bool asWindows) {
   std::vector<std::string> lines;
   for (const std::string& clear : {"SERVER=" + options.server, "AUTHENTICATION=" + options.authentication,
                                    "USERID=" + options.user, "PASSWORD=" + password}) {
-    lines.push_back(scramble(clear));
+    lines.push_back(scramble(asWindows ? asWindowsBytes(clear) : clear));
   }
   return lines;
 }
 
 /// The file has a line each: a few characters (such as "ì" of the Western code page) would be
-/// stored as the end of a line.
-bool fitsOnLines(const std::vector<std::string>& lines) {
+/// stored as the end of a line, others be read as letters of another encoding.
+bool comesBack(const std::vector<std::string>& lines, const ServerFileOptions& options, const std::string& password) {
   for (const std::string& line : lines) {
     if (line.find_first_of(std::string_view("\r\n\0\x1A", 4)) != std::string::npos) return false;
   }
-  return true;
+  const auto read = serverDescribedBy(lines);
+  return read && read->server == options.server && read->authenticationKind == options.authentication &&
+         read->userId == options.user && read->password == password;
+}
+
+/// The connection string is joined without quotes: a ";" would end the value, blanks around it
+/// and a quote in front would be lost.
+bool fitsTheConnectionString(const std::string& value) {
+  return ConnectionClauses("Value=" + value + ";Next=").get("Value") == value;
 }
 
 /// The plain file of an Access installation names the data folder, which is stored nowhere else.
@@ -65,8 +75,17 @@ bool isComplete(Session& session, const ServerFileOptions& options) {
 bool writeServerFile(Session& session, const ServerFileOptions& options) {
   if (!isComplete(session, options)) return false;
   const bool byWindows = equalsNoCase(options.authentication, kWindowsLogin);
-  const auto lines = scrambledLines(options, byWindows ? std::string() : readPassword(session.streams().in));
-  if (!fitsOnLines(lines)) {
+  const std::string password = byWindows ? std::string() : readPassword(session.streams().in);
+  for (const std::string& value : {options.server, options.user, password}) {
+    if (fitsTheConnectionString(value)) continue;
+    return refuse(session,
+                  "The server, user or password holds a \";\", or a blank or quote at its edge, which a "
+                  "connection string cannot carry.");
+  }
+  // In the code page the main system can read the file, too.
+  auto lines = scrambledLines(options, password, true);
+  if (!comesBack(lines, options, password)) lines = scrambledLines(options, password, false);
+  if (!comesBack(lines, options, password)) {
     return refuse(session, "The server, user or password holds a character that Orva.ini cannot keep.");
   }
   const std::string path = joinPath(session.company().programFolder, "Orva.ini");

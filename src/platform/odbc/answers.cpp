@@ -1,16 +1,13 @@
 #include "platform/odbc/answers.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace orva::odbc {
 namespace {
 
 constexpr std::size_t kMostAnswers = 3000;
-
-/// Whose answers are different each time.
-constexpr std::string_view kNeverTheSame[] = {"GETDATE", "CURRENT_TIMESTAMP", "NEWID", "RAND"};
+/// Look-ups of one row ask whether there is a second one; nearly none reads further.
+constexpr std::size_t kMostRows = 4;
 
 }  // namespace
 
@@ -24,38 +21,23 @@ std::string questionOf(const BoundText& text) {
   return question;
 }
 
-bool Answers::serves(const Known& known) const {
-  if (Clock::now() - known.at > kMostAge) return false;
-  return std::ranges::none_of(changedAt_, [&](const auto& change) {
-    return change.second > known.changes && std::ranges::find(known.names, change.first) != known.names.end();
-  });
+void Answers::end() {
+  if (--scopes_ == 0) forgetAll();
 }
 
-const Answer* Answers::find(const std::string& question) {
+const Answer* Answers::find(const std::string& question) const {
   const auto found = known_.find(question);
-  if (found == known_.end()) return nullptr;
-  if (serves(found->second)) return &found->second.answer;
-  known_.erase(found);
-  return nullptr;
+  return found == known_.end() ? nullptr : &found->second;
 }
 
-void Answers::remember(const std::string& question, std::vector<std::string> names, Answer answer) {
-  const auto isFleeting = [](const std::string& name) {
-    return std::ranges::find(kNeverTheSame, name) != std::end(kNeverTheSame);
-  };
-  if (names.empty() || std::ranges::any_of(names, isFleeting)) return;
-  if (known_.size() >= kMostAnswers) known_.clear();
-  known_.insert_or_assign(question, Known{std::move(answer), std::move(names), Clock::now(), changes_});
-}
-
-void Answers::changed(const std::vector<std::string>& names) {
-  ++changes_;
-  for (const std::string& name : names) changedAt_[name] = changes_;
-}
-
-void Answers::forgetAll() {
-  known_.clear();
-  changedAt_.clear();
+void Answers::remember(const std::string& question, Answer answer) {
+  if (scopes_ == 0) return;
+  if (known_.size() >= kMostAnswers) forgetAll();
+  if (answer.rows.size() > kMostRows) {
+    answer.rows.resize(1);
+    answer.isComplete = false;
+  }
+  known_.insert_or_assign(question, std::move(answer));
 }
 
 }  // namespace orva::odbc

@@ -1,12 +1,7 @@
 #pragma once
 
-#include <chrono>
-#include <cstdint>
-#include <map>
 #include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -32,37 +27,22 @@ struct Answer {
   bool isComplete = true;
 };
 
-/// The answers of the last moment. The rows of a workbook ask the same things of the same
-/// small tables over and over, and each question is a trip to the server: an answer serves
-/// again while it is younger than a second and this connection has not changed a table that
-/// the question names.
+/// The answers to the look-ups that belong together (`LookupScope`). Outside a scope nothing
+/// is remembered, and whatever this connection changes makes it forget everything: a trigger
+/// or a view may carry a change to any other table.
 class Answers {
  public:
-  using Clock = std::chrono::steady_clock;
-  static constexpr std::chrono::milliseconds kMostAge{1000};
-
-  /// Nothing when there is no answer that may serve.
-  const Answer* find(const std::string& question);
-  /// `names` are the words of the question that may name a table, upper-cased;
-  /// without any it is not remembered.
-  void remember(const std::string& question, std::vector<std::string> names, Answer answer);
-  /// A table with one of these upper-cased names has changed.
-  void changed(const std::vector<std::string>& names);
-  void forgetAll();
+  void begin() { ++scopes_; }
+  void end();
+  /// Nothing when the question was not asked since.
+  const Answer* find(const std::string& question) const;
+  /// Of many rows only the first is kept.
+  void remember(const std::string& question, Answer answer);
+  void forgetAll() { known_.clear(); }
 
  private:
-  struct Known {
-    Answer answer;
-    std::vector<std::string> names;
-    Clock::time_point at;
-    std::uint64_t changes;
-  };
-
-  bool serves(const Known& known) const;
-
-  std::unordered_map<std::string, Known> known_;
-  std::map<std::string, std::uint64_t> changedAt_;
-  std::uint64_t changes_ = 0;
+  int scopes_ = 0;
+  std::unordered_map<std::string, Answer> known_;
 };
 
 /// The text of a question with its arguments.

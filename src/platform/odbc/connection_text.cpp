@@ -1,6 +1,7 @@
 #include "platform/odbc/connection_text.h"
 
 #include <array>
+#include <charconv>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
@@ -123,6 +124,13 @@ void addEncryption(KeywordText& text, const ConnectionClauses& clauses, bool fre
     text.add("TrustServerCertificate", "yes");
 }
 
+void readSeconds(const std::string& text, unsigned& seconds) {
+  unsigned read = 0;
+  const auto end = text.data() + text.size();
+  const auto [stop, fault] = std::from_chars(text.data(), end, read);
+  if (fault == std::errc() && stop == end) seconds = read;
+}
+
 }  // namespace
 
 ServerName serverNameOf(std::string_view dataSource) {
@@ -175,6 +183,13 @@ std::string connectionText(const ConnectionClauses& clauses, const std::string& 
   }
   text.add("APP", "ORVA Import");
   return text.take();
+}
+
+TimeLimits timeLimits(const ConnectionClauses& clauses) {
+  TimeLimits limits;
+  readSeconds(firstOf(clauses, {"Connect Timeout", "Connection Timeout"}), limits.login);
+  readSeconds(firstOf(clauses, {"General Timeout"}), limits.statement);
+  return limits;
 }
 
 }  // namespace orva::odbc

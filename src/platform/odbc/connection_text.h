@@ -25,4 +25,13 @@ std::string driverFor(const ConnectionClauses& clauses, const std::vector<std::s
 /// system's own login, and the encryption that the clauses ask for.
 std::string connectionText(const ConnectionClauses& clauses, const std::string& driver);
 
+/// How long the server may take, in seconds; 0 is without an end.
+struct TimeLimits {
+  unsigned login = 15;
+  unsigned statement = 300;
+};
+/// The limits of the clauses "Connect Timeout" and "General Timeout", where they stand. Without
+/// one a statement that another user blocks would hold the screen for ever.
+TimeLimits timeLimits(const ConnectionClauses& clauses);
+
 }  // namespace orva::odbc

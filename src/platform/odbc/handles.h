@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstdint>
 #include <utility>
 
 #include "platform/odbc/driver_manager.h"
 
 namespace orva::odbc {
+
+/// A number as the driver manager takes the value of an attribute.
+inline SQLPOINTER attributeValue(std::uintptr_t value) { return reinterpret_cast<SQLPOINTER>(value); }
 
 /// Owner of one handle of the driver manager.
 template <SQLSMALLINT type>

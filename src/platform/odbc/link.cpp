@@ -13,9 +13,8 @@ constexpr std::string_view kLost = "The connection to the server was lost.";
 
 EnvironmentHandle openEnvironment() {
   EnvironmentHandle environment;
-  const auto version = reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(SQL_OV_ODBC3));
   if (!environment.allocate(nullptr) ||
-      !SQL_SUCCEEDED(SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, version, 0))) {
+      !SQL_SUCCEEDED(SQLSetEnvAttr(environment.get(), SQL_ATTR_ODBC_VERSION, attributeValue(SQL_OV_ODBC3), 0))) {
     throw ProviderError(provider_number::kUnspecified, "The ODBC driver manager cannot be started.");
   }
   return environment;
@@ -23,8 +22,10 @@ EnvironmentHandle openEnvironment() {
 
 }  // namespace
 
-Link::Link(const std::string& connectionText) : environment_(openEnvironment()) {
+Link::Link(const std::string& connectionText, const TimeLimits& limits)
+    : environment_(openEnvironment()), limits_(limits) {
   if (!connection_.allocate(environment_.get())) fail(SQL_HANDLE_ENV, environment_.get());
+  SQLSetConnectAttrW(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, attributeValue(limits.login), 0);
   const std::u16string text = toUtf16(connectionText);
   const SQLRETURN done =
       SQLDriverConnectW(connection_.get(), nullptr, wide(text), static_cast<SQLSMALLINT>(text.size()), nullptr, 0,
@@ -38,7 +39,7 @@ Link::~Link() {
 }
 
 void Link::checkAlive() const {
-  if (lost_) throw ProviderError(provider_number::kUnspecified, std::string(kLost));
+  if (lost_) throw ProviderError(provider_number::kObjectClosed, std::string(kLost));
 }
 
 void Link::fail(SQLSMALLINT handleType, SQLHANDLE handle) {

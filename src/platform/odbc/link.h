@@ -3,20 +3,24 @@
 #include <string>
 #include <vector>
 
+#include "platform/odbc/connection_text.h"
 #include "platform/odbc/handles.h"
 
 namespace orva::odbc {
 
-/// The connection to the server. A lost one answers every later call with the same failure.
+/// The connection to the server. The call that loses it fails with the general number, every
+/// later one as on a closed connection: an upgrade, which passes over general failures, ends
+/// there instead of failing in silence to its end.
 class Link {
  public:
   /// Connects. Throws `ProviderError`.
-  explicit Link(const std::string& connectionText);
+  Link(const std::string& connectionText, const TimeLimits& limits);
   ~Link();
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
 
   SQLHDBC handle() const { return connection_.get(); }
+  unsigned statementSeconds() const { return limits_.statement; }
   /// Throws when the connection was lost before.
   void checkAlive() const;
   /// Throws what the records of a handle tell.
@@ -25,6 +29,7 @@ class Link {
  private:
   EnvironmentHandle environment_;
   ConnectionHandle connection_;
+  TimeLimits limits_;
   bool connected_ = false;
   bool lost_ = false;
 };

@@ -16,7 +16,7 @@ constexpr std::string_view kProviders[] = {
 
 std::unique_ptr<Connection> OdbcAdapter::connect(const ConnectionClauses& clauses, CursorLocation) {
   const std::string driver = odbc::driverFor(clauses, odbc::registeredDrivers());
-  return std::make_unique<odbc::OdbcSession>(odbc::connectionText(clauses, driver));
+  return std::make_unique<odbc::OdbcSession>(odbc::connectionText(clauses, driver), odbc::timeLimits(clauses));
 }
 
 void OdbcAdapter::create(const ConnectionClauses&) {

@@ -25,11 +25,13 @@ std::string quoted(const Column& column) { return "[" + replaceAll(column.defini
 
 }  // namespace
 
-OdbcRowSet::OdbcRowSet(OdbcSession& session, std::string_view sql, bool updatable)
-    : session_(&session), shape_(sql), updatable_(updatable) {
+OdbcRowSet::OdbcRowSet(OdbcSession& session, std::string_view sql, CursorKind cursor, LockKind lock)
+    : session_(&session),
+      shape_(cursor == CursorKind::kFirstRow ? firstRowOf(sql) : std::string(sql)),
+      asksAnew_(cursor == CursorKind::kFirstRow) {
   session_->enter(this);
   try {
-    if (updatable_ && !shape_.table().empty()) {
+    if (lock != LockKind::kReadOnly && !shape_.table().empty()) {
       layout_ = session_->layoutOf(shape_);
       columns_ = layout_->columns;
     } else {
@@ -81,12 +83,12 @@ void OdbcRowSet::run(const BoundText& text) {
   readAhead(kReadAhead);
 }
 
-/// Asks the server unless it has just answered the same question. That there is no row to
-/// change is asked each time: what is not there may be made.
+/// Asks the server unless the question was answered in the same scope of look-ups. That there
+/// is no row to change is asked each time: what is not there may be made.
 void OdbcRowSet::startOrRecall() {
+  if (asksAnew_) return start();
   reset();
-  const std::string query = shape_.with(criterion_);
-  const BoundText text = lifted(query);
+  const BoundText text = lifted(shape_.with(criterion_));
   const std::string question = questionOf(text);
   const Answer* const answer = session_->answers().find(question);
   if (!answer) {
@@ -94,7 +96,7 @@ void OdbcRowSet::startOrRecall() {
     if (layout_ && rows_.empty()) return;
     const bool isComplete = !statement_;
     Answer given{columns_, {rows_.begin(), isComplete ? rows_.end() : rows_.begin() + 1}, isComplete};
-    session_->answers().remember(question, namesIn(query), std::move(given));
+    session_->answers().remember(question, std::move(given));
     return;
   }
   columns_ = answer->columns;
@@ -321,7 +323,7 @@ void OdbcRowSet::storeNew() {
     added.known[static_cast<std::size_t>(place)] = true;
   }
   text.sql += names.empty() ? " default values" : " (" + names + ") values (" + values + ")";
-  session_->change(text, shape_.tableName());
+  session_->change(text);
   if (statement_) std::exchange(statement_, nullptr)->close();
   rows_.clear();
   rows_.push_back(std::make_shared<const KeptRow>(std::move(added)));
@@ -357,7 +359,7 @@ void OdbcRowSet::storeChanges() {
     if (!before.value.isNull()) text.arguments.push_back({column.wire, before});
   }
   checkOnlyRow(key);
-  if (session_->change(text, shape_.tableName()) == 0) {
+  if (session_->change(text) == 0) {
     throw ProviderError(kChangedByAnother,
                         "The record cannot be stored: another user has changed or deleted it since it was read.");
   }

@@ -17,7 +17,7 @@ namespace orva::odbc {
 /// set over a whole table that is opened to be changed reads no row before one is asked for.
 class OdbcRowSet final : public Recordset {
  public:
-  OdbcRowSet(OdbcSession& session, std::string_view sql, bool updatable);
+  OdbcRowSet(OdbcSession& session, std::string_view sql, CursorKind cursor, LockKind lock);
   ~OdbcRowSet() override;
 
   bool eof() override;
@@ -65,7 +65,7 @@ class OdbcRowSet final : public Recordset {
   OdbcSession* session_;
   QueryShape shape_;
   std::string criterion_;
-  bool updatable_;
+  bool asksAnew_;
   std::shared_ptr<const TableLayout> layout_;  ///< of the table, for sets that can be changed
   std::shared_ptr<const ColumnList> columns_;
   std::shared_ptr<Statement> statement_;  ///< under way

@@ -22,7 +22,7 @@ std::string keyOf(const BoundText& text) {
 
 }  // namespace
 
-OdbcSession::OdbcSession(const std::string& connectionText) : link_(connectionText) {
+OdbcSession::OdbcSession(const std::string& connectionText, const TimeLimits& limits) : link_(connectionText, limits) {
   // Dates in statements are month/day/year whatever language the login has.
   execute("set dateformat mdy");
 }
@@ -56,12 +56,8 @@ std::shared_ptr<Statement> OdbcSession::query(const BoundText& text) {
   return statement;
 }
 
-std::int64_t OdbcSession::change(const BoundText& text, const std::string& table) {
-  answers_.changed({toUpper(table)});
-  return run(text);
-}
-
-std::int64_t OdbcSession::run(const BoundText& text) {
+std::int64_t OdbcSession::change(const BoundText& text) {
+  answers_.forgetAll();
   const auto statement = query(text);
   if (!statement->givesRows()) return statement->changedRows();
   statement->close();
@@ -69,10 +65,7 @@ std::int64_t OdbcSession::run(const BoundText& text) {
 }
 
 std::int64_t OdbcSession::execute(std::string_view sql) {
-  if (!mayChangeLayout(sql)) {
-    answers_.changed(namesIn(sql));
-    return run(lifted(sql));
-  }
+  if (!mayChangeLayout(sql)) return change(lifted(sql));
   forgetLayouts();
   takeOver(nullptr);
   link_.checkAlive();
@@ -83,8 +76,8 @@ std::int64_t OdbcSession::execute(std::string_view sql) {
   return rows;
 }
 
-std::unique_ptr<Recordset> OdbcSession::open(std::string_view sql, CursorKind, LockKind lock) {
-  return std::make_unique<OdbcRowSet>(*this, sql, lock != LockKind::kReadOnly);
+std::unique_ptr<Recordset> OdbcSession::open(std::string_view sql, CursorKind cursor, LockKind lock) {
+  return std::make_unique<OdbcRowSet>(*this, sql, cursor, lock);
 }
 
 void OdbcSession::forgetLayouts() {

@@ -31,18 +31,20 @@ struct TableLayout {
 class OdbcSession final : public Connection {
  public:
   /// Throws `ProviderError`.
-  explicit OdbcSession(const std::string& connectionText);
+  OdbcSession(const std::string& connectionText, const TimeLimits& limits);
   ~OdbcSession() override;
 
   std::int64_t execute(std::string_view sql) override;
   std::unique_ptr<Recordset> open(std::string_view sql, CursorKind cursor, LockKind lock) override;
+  void beginLookups() override { answers_.begin(); }
+  void endLookups() override { answers_.end(); }
 
   // For record sets.
 
   /// Runs a query; the result is under way.
   std::shared_ptr<Statement> query(const BoundText& text);
-  /// Runs a change of the rows of a table; how many it hit.
-  std::int64_t change(const BoundText& text, const std::string& table);
+  /// Runs a change; how many rows it hit.
+  std::int64_t change(const BoundText& text);
   Answers& answers() { return answers_; }
   /// Puts the running record set aside and makes `next` the running one.
   void takeOver(OdbcRowSet* next);
@@ -52,7 +54,6 @@ class OdbcSession final : public Connection {
   std::shared_ptr<const TableLayout> layoutOf(const QueryShape& shape);
 
  private:
-  std::int64_t run(const BoundText& text);
   std::shared_ptr<Statement> prepared(const BoundText& text);
   std::vector<std::string> primaryKeyOf(const std::string& table);
   void forgetLayouts();

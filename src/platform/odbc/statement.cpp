@@ -85,7 +85,8 @@ Value amountOf(const std::string& text) {
 Statement::Statement(Link& link, std::string sql) : link_(link), sql_(std::move(sql)) {
   if (!handle_.allocate(link_.handle())) link_.fail(SQL_HANDLE_DBC, link_.handle());
   // Braces in a text are braces, not escapes of the driver manager.
-  SQLSetStmtAttr(handle_.get(), SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(std::uintptr_t{SQL_NOSCAN_ON}), 0);
+  SQLSetStmtAttr(handle_.get(), SQL_ATTR_NOSCAN, attributeValue(SQL_NOSCAN_ON), 0);
+  SQLSetStmtAttr(handle_.get(), SQL_ATTR_QUERY_TIMEOUT, attributeValue(link_.statementSeconds()), 0);
 }
 
 void Statement::check(SQLRETURN done) {

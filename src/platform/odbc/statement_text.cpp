@@ -118,14 +118,21 @@ bool mayChangeLayout(std::string_view sql) {
   return !tokens || !isRowStatement(*tokens);
 }
 
-std::vector<std::string> namesIn(std::string_view sql) {
-  std::vector<std::string> names;
+std::string firstRowOf(std::string_view sql) {
+  std::string text(sql);
   const auto tokens = tokensOf(sql);
-  if (!tokens) return names;
+  if (!tokens || tokens->size() < 2 || !tokens->front().isWord("select")) return text;
+  int depth = 0;
+  bool isOrdered = false;
   for (const Placed& placed : *tokens) {
-    if (placed.isName()) names.push_back(toUpper(placed.token.text));
+    depth += placed.isSymbol("(") ? 1 : placed.isSymbol(")") ? -1 : 0;
+    if (depth > 0) continue;
+    isOrdered = isOrdered || placed.isWord("order");
+    for (const std::string_view word : {"top", "distinct", "union"}) {
+      if (placed.isWord(word)) return text;
+    }
   }
-  return names;
+  return isOrdered ? text.insert(tokens->front().end, " top 1") : text;
 }
 
 QueryShape::QueryShape(std::string_view sql) : whole_(sql), head_(sql) {

@@ -21,8 +21,9 @@ BoundText lifted(std::string_view sql);
 /// True for a statement after which tables may look different.
 bool mayChangeLayout(std::string_view sql);
 
-/// The words of a statement that may name a table, upper-cased; none when it cannot be read.
-std::vector<std::string> namesIn(std::string_view sql);
+/// The ordered query limited to its first row, so that the server need not find and order the
+/// others; every other text as it is.
+std::string firstRowOf(std::string_view sql);
 
 /// Where the parts of a query stand.
 class QueryShape {

@@ -18,21 +18,6 @@
 namespace orva {
 namespace {
 
-Ran runCommand(const std::string& folder, const std::vector<std::string>& arguments, const std::string& input) {
-  std::istringstream in(input);
-  std::ostringstream out;
-  std::ostringstream err;
-  const Exit exit = runBatch(arguments, folder, {in, out, err});
-  return {static_cast<int>(exit), out.str(), err.str()};
-}
-
-std::string demoScript() {
-  std::ifstream file(std::string(ORVA_DEMO) + "/company.sql");
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
 void expectDone(const Ran& ran) {
   if (ran.status != 0) throw std::runtime_error(ran.out + ran.err);
 }
@@ -44,6 +29,21 @@ OutputCell cellOf(const std::string& text) {
 }
 
 }  // namespace
+
+Ran runCommand(const std::string& folder, const std::vector<std::string>& arguments, const std::string& input) {
+  std::istringstream in(input);
+  std::ostringstream out;
+  std::ostringstream err;
+  const Exit exit = runBatch(arguments, folder, {in, out, err});
+  return {static_cast<int>(exit), out.str(), err.str()};
+}
+
+std::string demoScript(const std::string& name) {
+  std::ifstream file(std::string(ORVA_DEMO) + "/" + name);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
 
 std::string serverDefinition(const std::string& access) {
   return replaceAll(withServerTypes(access), "constraint pk_id primary key", "primary key");
@@ -91,6 +91,8 @@ void DemoCompany::makeAccessCompany(const DemoCompany* base) {
   expectDone(onAccess({"setup"}));
   expectDone(onAccess({"new", "DEMO"}));
   expectDone(onAccess({"sql", "--company", "DEMO"}, demoScript()));
+  // The upgrade of a server switches this on at every opening.
+  expectDone(onAccess({"sql", "--company", "DEMO", "update Parameter set Validation = true"}));
 }
 
 Ran DemoCompany::onServer(std::vector<std::string> arguments, const std::string& input) const {
@@ -101,15 +103,33 @@ Ran DemoCompany::onAccess(std::vector<std::string> arguments, const std::string&
   return runCommand(access_.text(), arguments, input);
 }
 
-std::string DemoCompany::workbook(const std::vector<std::vector<std::string>>& rows, const std::string& name) const {
+std::string DemoCompany::workbook(const std::vector<std::vector<std::string>>& rows, const std::string& name,
+                                  const std::string& sheet) const {
   std::vector<std::vector<OutputCell>> cells;
   for (const auto& row : rows) {
     auto& line = cells.emplace_back();
     for (const std::string& text : row) line.push_back(cellOf(text));
   }
   const std::string path = program_.file(name);
-  XlsWorkbooks().write(path, "Asset", cells);
+  XlsWorkbooks().write(path, sheet, cells);
   return path;
+}
+
+std::string DemoCompany::demoWorkbook(const std::string& file) const {
+  const auto sheet = XlsWorkbooks().openSheet(std::string(ORVA_DEMO) + "/" + file, "Asset", HeaderRow::kNo);
+  std::vector<std::vector<std::string>> rows;
+  int voucherDate = 0;
+  for (int row = 0; row < sheet->rowCount(); ++row) {
+    auto& cells = rows.emplace_back();
+    for (int column = 0; column < sheet->columnCount(); ++column) {
+      cells.push_back(sheet->text(row, column));
+      if (row == 0 && cells.back() == "VCHRDATE") voucherDate = column;
+    }
+    cells.push_back(row == 0 ? "PONO" : "PO1");
+    cells.push_back(row == 0 ? "PODATE" : sheet->text(row, voucherDate));
+    cells.push_back(row == 0 ? "WARRANTY" : "31/03/2030");
+  }
+  return workbook(rows, file);
 }
 
 std::vector<std::string> assetHeadings() {
@@ -142,6 +162,26 @@ std::vector<std::string> goodAsset(const std::string& physicalId) {
           "B1",
           "04/06/2025",
           "31/05/2027"};
+}
+
+std::vector<std::vector<std::string>> goodSheet(int count) {
+  std::vector<std::vector<std::string>> rows{assetHeadings()};
+  for (int i = 1; i <= count; ++i) rows.push_back(goodAsset("P" + std::to_string(i)));
+  return rows;
+}
+
+std::vector<std::string> importing(const std::string& workbook, const std::vector<std::string>& more) {
+  std::vector<std::string> arguments{"import", "--company", "DEMO", "--kind", "acquired", workbook};
+  arguments.insert(arguments.end(), more.begin(), more.end());
+  return arguments;
+}
+
+std::vector<std::string> with(std::vector<std::string> asset, const std::map<std::string, std::string>& cells) {
+  const std::vector<std::string> headings = assetHeadings();
+  for (const auto& [heading, text] : cells) {
+    asset[static_cast<std::size_t>(std::ranges::find(headings, heading) - headings.begin())] = text;
+  }
+  return asset;
 }
 
 }  // namespace orva

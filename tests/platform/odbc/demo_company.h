@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,9 @@ struct Ran {
   std::string err = {};
 };
 
+/// Runs a command on a program folder, in this process.
+Ran runCommand(const std::string& folder, const std::vector<std::string>& arguments, const std::string& input = {});
+
 /// The demonstration company on a server (company code DEMO) and the same in an Access file,
 /// each with its own program folder, worked on by the batch commands.
 class DemoCompany {
@@ -22,10 +26,14 @@ class DemoCompany {
 
   Ran onServer(std::vector<std::string> arguments, const std::string& input = {}) const;
   Ran onAccess(std::vector<std::string> arguments, const std::string& input = {}) const;
-  /// Writes a workbook with the sheet "Asset" and gives its path.
-  std::string workbook(const std::vector<std::vector<std::string>>& rows, const std::string& name = "assets.xls") const;
-  /// Bytes of a file of the server's program folder.
-  std::string programFile(const std::string& name) const { return program_.read(name); }
+  /// Writes a workbook and gives its path.
+  std::string workbook(const std::vector<std::vector<std::string>>& rows, const std::string& name = "assets.xls",
+                       const std::string& sheet = "Asset") const;
+  /// A workbook of the demonstration with what a company that validates documents asks for besides.
+  std::string demoWorkbook(const std::string& file) const;
+  /// The folder of the server's program.
+  const TemporaryFolder& folder() const { return program_; }
+  const TemporaryFolder& accessFolder() const { return access_; }
 
   ServerHome home;
 
@@ -40,9 +48,18 @@ class DemoCompany {
   TemporaryFolder access_;
 };
 
+/// The script that fills the demonstration company, or one that goes on from there.
+std::string demoScript(const std::string& name = "company.sql");
+
 std::vector<std::string> assetHeadings();
 /// One good asset under these headings.
 std::vector<std::string> goodAsset(const std::string& physicalId);
+/// An asset with other texts under some of the headings.
+std::vector<std::string> with(std::vector<std::string> asset, const std::map<std::string, std::string>& cells);
+/// The headings and so many good assets.
+std::vector<std::vector<std::string>> goodSheet(int count);
+/// The command that imports acquired assets.
+std::vector<std::string> importing(const std::string& workbook, const std::vector<std::string>& more = {});
 
 /// A definition of the base layout in the server's dialect, where a key's name may stand only
 /// once in a database.

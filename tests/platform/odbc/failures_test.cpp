@@ -69,6 +69,18 @@ TEST_P(TestServerFailures, DeadlockAndFullLogSayWhatHappened) {
   }
 }
 
+TEST_P(TestServerFailures, AStatementThatTakesTooLongIsGivenUp) {
+  CompanyContext context;
+  home->fill(context);
+  context.providerClause = "Provider=SQLOLEDB.1;General Timeout=1;";
+  connection = home->databases().connect(serverConnectionString(context, kCatalog));
+  home->plan().stallAt(1, "delete");
+  const ProviderError error = failureOf([&] { connection->execute("delete from T"); });
+  EXPECT_EQ(error.number(), number(0x80040E31)) << error.description();
+  connection = home->connect(kCatalog);
+  EXPECT_NO_THROW(connection->execute("create table T (id int)")) << "the server takes the next connection";
+}
+
 TEST_P(TestServerFailures, ALostConnectionFailsUntilTheNextOneIsOpened) {
   connection->execute("create table T (id int not null primary key, name nvarchar(10))");
   const auto rows = connection->open("select * from T", CursorKind::kKeyset, LockKind::kPessimistic);
@@ -79,11 +91,11 @@ TEST_P(TestServerFailures, ALostConnectionFailsUntilTheNextOneIsOpened) {
   }
   home->plan().dropAt(2);
   connection->execute("delete from T where id=3");
-  const auto expectLost = [](const ProviderError& error) {
-    EXPECT_EQ(error.number(), provider_number::kUnspecified);
+  const auto expectLost = [](const ProviderError& error, std::int32_t expected = provider_number::kObjectClosed) {
+    EXPECT_EQ(error.number(), expected);
     EXPECT_NE(error.description().find("connection to the server was lost"), std::string::npos) << error.description();
   };
-  expectLost(failureOf([&] { connection->execute("delete from T where id=2"); }));
+  expectLost(failureOf([&] { connection->execute("delete from T where id=2"); }), provider_number::kUnspecified);
   expectLost(failureOf([&] { connection->execute("delete from T where id=2"); }));
   expectLost(failureOf([&] { connection->open("select * from T where id=7"); }));
   expectLost(failureOf([&] { rows->requery(); }));

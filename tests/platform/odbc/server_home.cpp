@@ -18,7 +18,7 @@ ServerHome::ServerHome(Where where, const ServerHome* base) : isTest_(where == W
   addServerProviders(databases_);
   context_.isSqlServer = true;
   context_.authenticationKind = "SQL";
-  context_.providerClause = "Provider=SQLOLEDB.1;Persist Security Info=False;";
+  context_.providerClause = "Provider=SQLOLEDB.1;Persist Security Info=False;Connect Timeout=20;General Timeout=60;";
   if (!isTest_) {
     const ConnectionClauses clauses(realServer());
     const std::string port = clauses.get("PORT");

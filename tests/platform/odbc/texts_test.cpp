@@ -76,6 +76,22 @@ TEST(StatementText, FiltersJoinTheQuery) {
   }
 }
 
+TEST(StatementText, FirstRowsAreLimitedByTheServer) {
+  const std::pair<const char*, const char*> kCases[] = {
+      {"Select a from T where b='order' order by a desc", "Select top 1 a from T where b='order' order by a desc"},
+      {"select * from T", "select * from T"},
+      {"select max(a) as a from T", "select max(a) as a from T"},
+      {"select top 5 a from T order by a", "select top 5 a from T order by a"},
+      {"select distinct a from T order by a", "select distinct a from T order by a"},
+      {"select a from T where a in (select a from U order by a)",
+       "select a from T where a in (select a from U order by a)"},
+      {"select a from T union select a from U order by a", "select a from T union select a from U order by a"},
+      {"select [order] from T", "select [order] from T"},
+      {"update T set a=1", "update T set a=1"},
+  };
+  for (const auto& [text, expected] : kCases) EXPECT_EQ(firstRowOf(text), expected);
+}
+
 TEST(StatementText, LayoutsChangeByDefinitionsOnly) {
   for (const char* sql : {"select 1", "insert into T (a) values (1)", "update T set a=1", "DELETE from T"}) {
     EXPECT_FALSE(mayChangeLayout(sql)) << sql;
@@ -132,6 +148,23 @@ TEST(ConnectionText, ClausesBecomeKeywords) {
   };
   for (const Case& c : kCases) EXPECT_EQ(connectionText(ConnectionClauses(c.clauses), c.driver), c.expected);
   EXPECT_THROW(connectionText(ConnectionClauses("Password=\"a};SERVER=evil\""), "FreeTDS"), ProviderError);
+}
+
+TEST(ConnectionText, ClausesSetTheTimeLimits) {
+  struct Case {
+    const char* clauses;
+    unsigned login;
+    unsigned statement;
+  };
+  const Case kCases[] = {{"", 15, 300},
+                         {"Connect Timeout=5;General Timeout=0", 5, 0},
+                         {"connection timeout= 60 ", 60, 300},
+                         {"Connect Timeout=soon;General Timeout=-1", 15, 300}};
+  for (const Case& c : kCases) {
+    const TimeLimits limits = timeLimits(ConnectionClauses(c.clauses));
+    EXPECT_EQ(limits.login, c.login) << c.clauses;
+    EXPECT_EQ(limits.statement, c.statement) << c.clauses;
+  }
 }
 
 TEST(ConnectionText, TheDriverIsNamedOrFound) {

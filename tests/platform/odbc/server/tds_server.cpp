@@ -11,6 +11,12 @@
 #include "platform/odbc/server/tds_session.h"
 
 namespace orva::tds {
+namespace {
+
+/// A client that says or takes nothing for so long has hung.
+constexpr timeval kMostSilence{.tv_sec = 120, .tv_usec = 0};
+
+}  // namespace
 
 void ServerPlan::failAt(int nth, ServerError error, std::string beginning) {
   const std::scoped_lock lock(mutex_);
@@ -20,6 +26,11 @@ void ServerPlan::failAt(int nth, ServerError error, std::string beginning) {
 void ServerPlan::dropAt(int nth, std::string beginning) {
   const std::scoped_lock lock(mutex_);
   faults_.push_back({Fate::kDrop, nth, {}, std::move(beginning)});
+}
+
+void ServerPlan::stallAt(int nth, std::string beginning) {
+  const std::scoped_lock lock(mutex_);
+  faults_.push_back({Fate::kStall, nth, {}, std::move(beginning)});
 }
 
 std::vector<std::string> ServerPlan::statements() const {
@@ -78,6 +89,8 @@ void Server::accept() {
     if (socket < 0) return;
     const int now = 1;
     setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &now, sizeof now);
+    setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &kMostSilence, sizeof kMostSilence);
+    setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &kMostSilence, sizeof kMostSilence);
     const std::scoped_lock lock(mutex_);
     sockets_.push_back(socket);
     sessions_.emplace_back([this, socket] {

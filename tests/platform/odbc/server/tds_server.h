@@ -12,13 +12,15 @@ namespace orva::tds {
 /// What a test wants from its server, and what it may ask it.
 class ServerPlan {
  public:
-  enum class Fate { kRun, kFail, kDrop };
+  enum class Fate { kRun, kFail, kDrop, kStall };
 
   /// The `nth` statement from now that begins like this (1 is the next one) is answered with
   /// this error.
   void failAt(int nth, ServerError error, std::string beginning = {});
   /// At the `nth` such statement the connection is dropped without an answer.
   void dropAt(int nth, std::string beginning = {});
+  /// The `nth` such statement is not answered before the client gives it up.
+  void stallAt(int nth, std::string beginning = {});
   /// The statements that came since the last `forget`, with the values of their parameters.
   std::vector<std::string> statements() const;
   void forget();

@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::size_t kHeader = 8;
 constexpr std::size_t kMostInPacket = 4096 - kHeader;
+constexpr int kMostStall = 20'000;  // milliseconds
 constexpr unsigned kSqlBatch = 0x01;
 constexpr unsigned kRemoteCall = 0x03;
 constexpr unsigned kAttention = 0x06;
@@ -293,6 +294,11 @@ class Conversation {
     ServerError error;
     const ServerPlan::Fate fate = server_.plan().next(sql, error);
     if (fate == ServerPlan::Fate::kDrop) throw Gone();
+    if (fate == ServerPlan::Fate::kStall) {
+      pollfd waiting{.fd = socket_, .events = POLLIN, .revents = 0};
+      poll(&waiting, 1, kMostStall);
+      return true;
+    }
     if (fate == ServerPlan::Fate::kRun) {
       try {
         answer(withoutNationalMarks(sql), token, status);
