@@ -10,6 +10,7 @@
 #include "platform/odbc/server_test.h"
 #include "platform/values/text.h"
 #include "startup/company_listing.h"
+#include "startup/connection_strings.h"
 #include "startup/schema/base_layout.h"
 #include "startup/schema/upgrade.h"
 
@@ -21,11 +22,6 @@ class ServerCompany : public testing::TestWithParam<Where> {
   void SetUp() override {
     if (!ServerHome::isThere(GetParam())) GTEST_SKIP() << "ORVA_TEST_SQLSERVER names no server";
     demo = std::make_unique<DemoCompany>(GetParam());
-  }
-  void expectSameRows(const std::string& query) const {
-    const Ran server = demo->onServer({"sql", "--company", "DEMO", query});
-    const Ran access = demo->onAccess({"sql", "--company", "DEMO", query});
-    EXPECT_EQ(server.out, access.out) << query << server.err << access.err;
   }
   /// What the command prints, and the grid with its findings when it writes them.
   void expectSameRun(const std::vector<std::string>& arguments) const {
@@ -45,7 +41,12 @@ class ServerCompany : public testing::TestWithParam<Where> {
     }
   }
   void expectSameBooks() const {
-    for (const char* query : kBooks) expectSameRows(query);
+    const auto server = demo->home.connect("DEMOORVA");
+    const auto access =
+        EmbeddedAdapter(SqlDialect::kAccess)
+            .connect(ConnectionClauses(accessConnectionString(demo->accessFolder().file("DEMOOrva.MDB"))),
+                     CursorLocation::kClient);
+    for (const char* query : kBooks) EXPECT_EQ(rowsOf(*server, query), rowsOf(*access, query)) << query;
   }
 
   /// What imports write. A yes/no column that was not set is null on a server and false in Access.
