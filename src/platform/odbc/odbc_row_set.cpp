@@ -28,10 +28,11 @@ std::string quoted(const Column& column) { return "[" + replaceAll(column.defini
 OdbcRowSet::OdbcRowSet(OdbcSession& session, std::string_view sql, CursorKind cursor, LockKind lock)
     : session_(&session),
       shape_(cursor == CursorKind::kFirstRow ? firstRowOf(sql) : std::string(sql)),
-      asksAnew_(cursor == CursorKind::kFirstRow) {
+      asksAnew_(cursor == CursorKind::kFirstRow),
+      isChangeable_(lock != LockKind::kReadOnly && !shape_.table().empty()) {
   session_->enter(this);
   try {
-    if (lock != LockKind::kReadOnly && !shape_.table().empty()) {
+    if (isChangeable_ || (cursor == CursorKind::kForwardOnly && !shape_.table().empty())) {
       layout_ = session_->layoutOf(shape_);
       columns_ = layout_->columns;
     } else {
@@ -62,6 +63,7 @@ void OdbcRowSet::checkOpen() const {
 void OdbcRowSet::reset() {
   if (statement_) std::exchange(statement_, nullptr)->close();
   rows_.clear();
+  fault_.reset();
   passed_ = 0;
   onAddedRow_ = false;
   isBeginning_ = false;
@@ -111,7 +113,8 @@ void OdbcRowSet::readAhead(std::size_t rows) {
     bool found = false;
     try {
       found = statement_->givesRows() && statement_->fetch(next.cells);
-    } catch (...) {
+    } catch (const ProviderError& error) {
+      fault_ = error;
       statement_.reset();
       session_->takeOver(nullptr);
       throw;
@@ -139,6 +142,8 @@ bool OdbcRowSet::eof() {
   checkOpen();
   if (editing_ == Editing::kAdding) return false;
   ensureStarted();
+  // A set that could not be read to its end must not look like one that ends here.
+  if (rows_.empty() && fault_) throw ProviderError(*fault_);
   return rows_.empty();
 }
 
@@ -268,7 +273,7 @@ bool OdbcRowSet::loadCurrent() {
 }
 
 void OdbcRowSet::checkChangeable() const {
-  if (!layout_) throw ProviderError(kNotUpdatable, "The record set cannot be changed.");
+  if (!isChangeable_) throw ProviderError(kNotUpdatable, "The record set cannot be changed.");
 }
 
 void OdbcRowSet::addNew() {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,8 +14,9 @@
 namespace orva::odbc {
 
 /// The rows of one query, kept at the client. Rows are read ahead from a result under way;
-/// put aside, the set keeps the rows that follow or, from some number on, only their keys. A
-/// set over a whole table that is opened to be changed reads no row before one is asked for.
+/// put aside, the set keeps the rows that follow or, from some number on, only their keys (of
+/// a query of one table that is opened to be changed or walked forward). Such a set reads no
+/// row before one is asked for.
 class OdbcRowSet final : public Recordset {
  public:
   OdbcRowSet(OdbcSession& session, std::string_view sql, CursorKind cursor, LockKind lock);
@@ -66,10 +68,12 @@ class OdbcRowSet final : public Recordset {
   QueryShape shape_;
   std::string criterion_;
   bool asksAnew_;
-  std::shared_ptr<const TableLayout> layout_;  ///< of the table, for sets that can be changed
+  bool isChangeable_;
+  std::shared_ptr<const TableLayout> layout_;  ///< of the table, for sets that know keys
   std::shared_ptr<const ColumnList> columns_;
   std::shared_ptr<Statement> statement_;  ///< under way
   bool started_ = false;
+  std::optional<ProviderError> fault_;               ///< what kept the rows behind `rows_` from being read
   std::deque<std::shared_ptr<const KeptRow>> rows_;  ///< the current one is the first
   bool isBeginning_ = false;                         ///< `rows_` is the beginning of an answer given before
   std::int64_t passed_ = 0;

@@ -1,5 +1,7 @@
 #include "platform/odbc/parameters.h"
 
+#include <algorithm>
+
 #include "platform/odbc/utf16.h"
 
 namespace orva::odbc {
@@ -45,11 +47,15 @@ void Parameters::prepare(Slot& slot, const WireType& wire) {
     case SQL_TYPE_TIMESTAMP:
       slot.valueType = SQL_C_TYPE_TIMESTAMP;
       return place(slot, &slot.instant, sizeof slot.instant);
+    case SQL_CHAR:
+    case SQL_VARCHAR:
+    case SQL_LONGVARCHAR:
     case SQL_WCHAR:
     case SQL_WVARCHAR:
     case SQL_WLONGVARCHAR:
+      // Narrow texts would mean another thing on each system.
       slot.valueType = SQL_C_WCHAR;
-      slot.wide.reserve(wire.type == SQL_WLONGVARCHAR ? kLongTextRoom : wire.size);
+      slot.wide.reserve(std::min<std::size_t>(wire.size, kLongTextRoom));
       return;
     default:
       slot.valueType = SQL_C_CHAR;

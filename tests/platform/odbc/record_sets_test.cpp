@@ -208,6 +208,7 @@ TEST_P(ServerRecordSets, ALongSetIsReadWhileOtherStatementsRun) {
   }
   const auto walked = forChange("select * from Many where id > 0 order by id");
   const auto read = connection->open("select id, name from Many order by id desc");
+  const auto forward = connection->open("Select * from Many where id>0", CursorKind::kForwardOnly);
   int expected = 0;
   for (; !walked->eof(); walked->moveNext()) {
     ++expected;
@@ -216,6 +217,8 @@ TEST_P(ServerRecordSets, ALongSetIsReadWhileOtherStatementsRun) {
     ASSERT_EQ(walked->get("name"), Value("name " + std::to_string(expected)));
     ASSERT_EQ(read->get("id"), Value(kRows + (expected > 2995 ? 2 : 1) - expected));
     read->moveNext();
+    ASSERT_EQ(forward->get("id"), Value(expected));
+    forward->moveNext();
     if (expected == 10) connection->execute("delete from Many where id=2995");
     if (expected == 2500) {
       walked->set("done", true);
@@ -223,6 +226,8 @@ TEST_P(ServerRecordSets, ALongSetIsReadWhileOtherStatementsRun) {
     }
   }
   EXPECT_EQ(expected, kRows);
+  EXPECT_TRUE(forward->eof());
+  EXPECT_THROW(forward->addNew(), ProviderError);
   EXPECT_EQ(rowsOf(*other, "select id from Many where done=1"), "2500");
 }
 
