@@ -153,7 +153,7 @@ ServerName serverNameOf(std::string_view dataSource) {
 }
 
 std::string driverFor(const ConnectionClauses& clauses, const std::vector<std::string>& registered) {
-  if (const std::string named = clauses.get("Driver"); !named.empty()) return named;
+  if (std::string named = clauses.get("Driver"); !named.empty()) return named;
   if (const char* named = std::getenv("ORVA_ODBC_DRIVER"); named && *named) return named;
   for (const std::string_view known : kKnownDrivers) {
     for (const std::string& name : registered) {

@@ -8,6 +8,7 @@
 namespace orva::odbc {
 
 /// A number as the driver manager takes the value of an attribute.
+// NOLINTNEXTLINE(performance-no-int-to-ptr): that is its interface.
 inline SQLPOINTER attributeValue(std::uintptr_t value) { return reinterpret_cast<SQLPOINTER>(value); }
 
 /// Owner of one handle of the driver manager.

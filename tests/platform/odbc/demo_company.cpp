@@ -95,11 +95,11 @@ void DemoCompany::makeAccessCompany(const DemoCompany* base) {
   expectDone(onAccess({"sql", "--company", "DEMO", "update Parameter set Validation = true"}));
 }
 
-Ran DemoCompany::onServer(std::vector<std::string> arguments, const std::string& input) const {
+Ran DemoCompany::onServer(const std::vector<std::string>& arguments, const std::string& input) const {
   return runCommand(program_.text(), arguments, input);
 }
 
-Ran DemoCompany::onAccess(std::vector<std::string> arguments, const std::string& input) const {
+Ran DemoCompany::onAccess(const std::vector<std::string>& arguments, const std::string& input) const {
   return runCommand(access_.text(), arguments, input);
 }
 
@@ -110,7 +110,7 @@ std::string DemoCompany::workbook(const std::vector<std::vector<std::string>>& r
     auto& line = cells.emplace_back();
     for (const std::string& text : row) line.push_back(cellOf(text));
   }
-  const std::string path = program_.file(name);
+  std::string path = program_.file(name);
   XlsWorkbooks().write(path, sheet, cells);
   return path;
 }

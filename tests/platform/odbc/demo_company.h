@@ -24,8 +24,8 @@ class DemoCompany {
  public:
   explicit DemoCompany(Where where);
 
-  Ran onServer(std::vector<std::string> arguments, const std::string& input = {}) const;
-  Ran onAccess(std::vector<std::string> arguments, const std::string& input = {}) const;
+  Ran onServer(const std::vector<std::string>& arguments, const std::string& input = {}) const;
+  Ran onAccess(const std::vector<std::string>& arguments, const std::string& input = {}) const;
   /// Writes a workbook and gives its path.
   std::string workbook(const std::vector<std::vector<std::string>>& rows, const std::string& name = "assets.xls",
                        const std::string& sheet = "Asset") const;
