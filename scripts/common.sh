@@ -4,7 +4,7 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=$(nproc 2>/dev/null || echo 2)
 
-build_packages=(cmake ninja-build g++ ccache qt6-base-dev libsqlite3-dev libcli11-dev)
+build_packages=(cmake ninja-build g++ ccache qt6-base-dev libsqlite3-dev libcli11-dev unixodbc-dev tdsodbc)
 test_packages=("${build_packages[@]}" libgtest-dev clang clang-format clang-tidy)
 bench_packages=("${build_packages[@]}" libbenchmark-dev)
 

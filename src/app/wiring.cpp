@@ -13,11 +13,13 @@
 #include "imports/transactions/user_defined_fields.h"
 #include "platform/embedded/embedded_adapter.h"
 #include "platform/local/path_lookup.h"
+#include "platform/odbc/odbc_adapter.h"
 
 namespace orva {
 
 Wiring::Wiring() {
   databases_.add("Microsoft.Jet.OLEDB.4.0", std::make_shared<EmbeddedAdapter>(SqlDialect::kAccess));
+  addServerProviders(databases_);
   importKinds_ = {
       acquiredAssetProcedures(), closingBalanceProcedures(),
       childAssetsProcedures(),   childAssetsForeignExchangeProcedures(),

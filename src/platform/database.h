@@ -53,7 +53,8 @@ class ProviderError : public std::runtime_error {
 };
 
 enum class CursorLocation { kServer, kClient };
-enum class CursorKind { kForwardOnly, kKeyset, kStatic };
+/// `kFirstRow`: only the first row is asked for, as it stands in the database now (the highest number given so far).
+enum class CursorKind { kForwardOnly, kKeyset, kStatic, kFirstRow };
 enum class LockKind { kReadOnly, kPessimistic, kOptimistic };
 
 /// Types of a column as providers number them (a few readers need the number).
@@ -133,6 +134,24 @@ class Connection {
   virtual std::int64_t execute(std::string_view sql) = 0;
   virtual std::unique_ptr<Recordset> open(std::string_view sql, CursorKind cursor = CursorKind::kStatic,
                                           LockKind lock = LockKind::kReadOnly) = 0;
+
+  /// See `LookupScope`. Scopes may be nested.
+  virtual void beginLookups() {}
+  virtual void endLookups() {}
+};
+
+/// Look-ups that belong together: while a scope lives, a question that was asked in it may get the answer that it got
+/// then, as long as nothing was changed through the connection. Where each question is a trip to a server this saves
+/// most of them; a database at hand answers anew each time. `CursorKind::kFirstRow` is never answered so.
+class LookupScope {
+ public:
+  explicit LookupScope(Connection& connection) : connection_(connection) { connection_.beginLookups(); }
+  LookupScope(const LookupScope&) = delete;
+  LookupScope& operator=(const LookupScope&) = delete;
+  ~LookupScope() { connection_.endLookups(); }
+
+ private:
+  Connection& connection_;
 };
 
 /// The clauses of a connection string, names compared without regard to case:

@@ -47,20 +47,23 @@ std::string unscramble(std::string_view stored) { return reversedShifted(stored,
 
 std::string scramble(std::string_view clear) { return reversedShifted(clear, kShift); }
 
+std::optional<OrvaIni> serverDescribedBy(const std::vector<std::string>& lines) {
+  if (!describesServer(lines)) return std::nullopt;
+  return OrvaIni{.isSqlServer = true,
+                 .dataFolder = {},
+                 .server = valueOfLine(lines, 0),
+                 .authenticationKind = valueOfLine(lines, 1),
+                 .userId = valueOfLine(lines, 2),
+                 .password = valueOfLine(lines, 3)};
+}
+
 OrvaIni readOrvaIni(const Files& files, const std::string& path) {
   std::vector<std::string> lines = files.readLines(path);
   if (lines.empty()) throw FileError("The file " + path + " is empty: its first line must hold the data folder.");
   lines[0] = withoutByteOrderMark(lines[0]);
-  if (!describesServer(lines)) {
-    if (canBeAFolder(lines[0])) return {.dataFolder = asUtf8(lines[0])};
-    throw FileError("The first line of the file " + path + " names no folder: it must hold the data folder.");
-  }
-  return {.isSqlServer = true,
-          .dataFolder = {},
-          .server = valueOfLine(lines, 0),
-          .authenticationKind = valueOfLine(lines, 1),
-          .userId = valueOfLine(lines, 2),
-          .password = valueOfLine(lines, 3)};
+  if (auto server = serverDescribedBy(lines)) return *server;
+  if (canBeAFolder(lines[0])) return {.dataFolder = asUtf8(lines[0])};
+  throw FileError("The first line of the file " + path + " names no folder: it must hold the data folder.");
 }
 
 std::string readProviderClause(const Files& files, const std::string& path) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/files.h"
 
@@ -25,6 +27,9 @@ struct OrvaIni {
   std::string userId = {};
   std::string password = {};
 };
+
+/// What the lines of a server's file say; nothing when they describe no server.
+std::optional<OrvaIni> serverDescribedBy(const std::vector<std::string>& lines);
 
 /// Reads `path`. A server is described by several lines of which the first, in clear, holds
 /// "SERVER="; everything else is an Access installation. Throws `FileError` for a file that

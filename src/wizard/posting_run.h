@@ -86,7 +86,11 @@ class PostingLoop {
     const int rows = row_.run().rowCount();
     for (int index = 1; index <= rows && !end_.failure && !end_.stopped; ++index) {
       row_.begin(index);
-      attempt([&] { write(*this); });
+      attempt([&] {
+        // The next row must see what others have stored meanwhile.
+        const LookupScope lookups(row_.run().connection());
+        write(*this);
+      });
       rowDone(index);
     }
     return finish();

@@ -160,11 +160,13 @@ AfterFailure walkCell(Row& row, const BoundRules<Row>& rules, int column, WalkPo
 
 /// Walks every row of the sheet: columns in the workbook's order, the rules of
 /// each, then `endRow(row)` (also after a row that ended early); counts the row
-/// and yields. Stops early when the progress says so.
+/// and yields. Stops early when the progress says so. The walk only reads: its look-ups may
+/// share their answers.
 template <class Row, class EndRow>
 void walkRows(Row& row, std::span<const Rule<Row>> rules, WalkPolicy policy, EndRow endRow) {
   ImportRun& run = row.run();
   const BoundRules<Row> bound(rules, row, run.selection);
+  const LookupScope lookups(run.connection());
   run.progress.begin("Validating data from Excel. Please Wait ......", run.rowCount());
   for (int index = 1; index <= run.rowCount() && !run.progress.stopRequested(); ++index) {
     row.begin(index);

@@ -37,6 +37,7 @@ class CommandLine {
     app_.set_version_flag("--version", versionText());
     addFolder(app_);
     addSetup();
+    addServerFile();
     addCompanies();
     addNew();
     addDelete();
@@ -70,6 +71,15 @@ class CommandLine {
   }
 
   void addSetup() { command("setup", "Make the program folder usable", runSetup); }
+  void addServerFile() {
+    CLI::App& app =
+        command("server-file", "Write the Orva.ini of a SQL Server; the password is read from standard input",
+                [this](Session& session) { return runServerFile(session, serverFile_); });
+    app.add_option("--server", serverFile_.server, "Server: name, name\\instance or name,port")->required();
+    app.add_option("--authentication", serverFile_.authentication, "WINNT, or SQL for a login of the server")
+        ->required();
+    app.add_option("--user", serverFile_.user, "User of a login of the server");
+  }
   void addCompanies() { command("companies", "List the companies", runCompanies); }
   void addNew() {
     CLI::App& app = command("new", "Make a company", [this](Session& session) { return runNew(session, new_); });
@@ -143,6 +153,7 @@ class CommandLine {
 
   CLI::App app_{"Imports workbooks into an ORVA company. Without a command: the start screen.", "orva-import"};
   std::string folder_;
+  ServerFileOptions serverFile_;
   NewOptions new_;
   DeleteOptions delete_;
   ImportChoice fields_;

@@ -82,8 +82,18 @@ struct UpdateOptions {
 
 struct BulkUpdate;
 
+/// How the server of the companies is reached.
+struct ServerFileOptions {
+  std::string server;
+  /// "WINNT" for the Windows login, anything else for a login of the server.
+  std::string authentication;
+  std::string user = {};
+};
+
 /// Writes what a program folder needs where it is absent.
 Exit runSetup(Session& session);
+/// Writes the scrambled `Orva.ini` of a server; the password is read from standard input.
+Exit runServerFile(Session& session, const ServerFileOptions& options);
 Exit runCompanies(Session& session);
 Exit runNew(Session& session, const NewOptions& options);
 Exit runDelete(Session& session, const DeleteOptions& options);

@@ -59,7 +59,7 @@ const Query& identifierQuery(int digits, bool prefixIsEmpty) {
 /// The first row of a look-up; only that row is fetched.
 std::string firstValue(const ImportRun& run, const Query& query, const QueryArguments& arguments,
                        std::string_view column) {
-  const auto rows = run.connection().open(composeQuery(query, run.dialect(), arguments), CursorKind::kForwardOnly);
+  const auto rows = run.connection().open(composeQuery(query, run.dialect(), arguments), CursorKind::kFirstRow);
   return rows->eof() ? std::string() : nullToText(rows->get(column));
 }
 

@@ -118,7 +118,7 @@ std::string Masters::create(MasterId master, const MasterName& name) {
 std::string Masters::nextCode(MasterId master, const MasterName& name) const {
   const MasterTable& description = tableOf(master);
   const auto codes =
-      run_.connection().open(composeQuery(description.codes, run_.dialect(), valuesOf(name)), CursorKind::kForwardOnly);
+      run_.connection().open(composeQuery(description.codes, run_.dialect(), valuesOf(name)), CursorKind::kFirstRow);
   const auto highest = codes->eof() ? 0 : codes->get(description.codeColumn).toInteger().value_or(0);
   return zeroPadded(highest + 1, description.codeDigits);
 }

@@ -50,7 +50,9 @@ void finishPosting(const ImportRun& run, PostResult& result) {
     cleanUpCodes(run.company);
     fillLifeAndLeaseDate(run.company);
   } catch (const ProviderError& error) {
-    if (result.finished || result.text.empty()) result.text = error.description();
+    // A lost connection has the general number, too; only what fails after it tells.
+    const std::string before = result.finished || result.text.empty() ? std::string() : result.text + "\n";
+    result.text = before + error.description();
     result.finished = false;
   }
 }

@@ -36,7 +36,7 @@ constexpr ShiftColumn kColumns[] = {
 
 std::string nextDocumentNumber(const ImportRun& run) {
   constexpr int kDigits = 4;
-  const auto rows = run.connection().open("select docno from shift order by docno desc", CursorKind::kForwardOnly);
+  const auto rows = run.connection().open("select docno from shift order by docno desc", CursorKind::kFirstRow);
   const auto highest = rows->eof() ? 0.0 : val(nullToText(rows->get("docno")));
   return zeroPadded(static_cast<long long>(highest) + 1, kDigits);
 }
