@@ -75,12 +75,12 @@ constexpr std::string_view kNone = "NONE";
 
 /// Most tables have no record of an asset, and looking is cheaper than a change of nothing.
 void renameEverywhere(const ImportRun& run, const std::string& before, const std::string& after) {
+  constexpr Query kFind = {"select {column} from {table} where {column}='{before}'"};
+  constexpr Query kRename = {"update {table} set {column} ='{after}' where {column}='{before}'"};
   for (const NamingColumn& naming : kNamingColumns) {
-    const std::string table(naming.table);
-    const std::string column(naming.column);
-    const std::string condition = " where " + column + "='" + sqlEscape(before) + "'";
-    if (run.connection().open("select " + column + " from " + table + condition)->eof()) continue;
-    run.connection().execute("update " + table + " set " + column + " ='" + sqlEscape(after) + "'" + condition);
+    const NamedValues values{{"table", naming.table}, {"column", naming.column}, {"before", before}, {"after", after}};
+    if (run.connection().open(composeQuery(kFind, run.dialect(), values))->eof()) continue;
+    run.connection().execute(composeQuery(kRename, run.dialect(), values));
   }
 }
 
