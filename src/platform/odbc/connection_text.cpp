@@ -26,7 +26,6 @@ constexpr std::string_view kKnownDrivers[] = {
     "SQL Server",
 };
 
-/// Where distributions put the driver library, registered or not.
 constexpr const char* kUsualPlaces[] = {
     "/usr/lib/x86_64-linux-gnu/odbc/libtdsodbc.so",
     "/usr/lib/aarch64-linux-gnu/odbc/libtdsodbc.so",
@@ -152,7 +151,10 @@ ServerName serverNameOf(std::string_view dataSource) {
   return server;
 }
 
-std::string driverFor(const ConnectionClauses& clauses, const std::vector<std::string>& registered) {
+std::span<const char* const> usualDriverPlaces() { return kUsualPlaces; }
+
+std::string driverFor(const ConnectionClauses& clauses, const std::vector<std::string>& registered,
+                      std::span<const char* const> places) {
   if (std::string named = clauses.get("Driver"); !named.empty()) return named;
   if (const char* named = std::getenv("ORVA_ODBC_DRIVER"); named && *named) return named;
   for (const std::string_view known : kKnownDrivers) {
@@ -161,7 +163,7 @@ std::string driverFor(const ConnectionClauses& clauses, const std::vector<std::s
     }
   }
   std::error_code ignored;
-  for (const char* place : kUsualPlaces) {
+  for (const char* place : places) {
     if (std::filesystem::exists(place, ignored)) return place;
   }
   throw ProviderError(provider_number::kUnspecified,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,8 +19,11 @@ ServerName serverNameOf(std::string_view dataSource);
 
 /// The driver for a connection: the clause "Driver", else the environment variable
 /// ORVA_ODBC_DRIVER (a name or a path each), else the best of the registered drivers, else a
-/// driver library at one of its usual places. Throws `ProviderError` when there is none.
-std::string driverFor(const ConnectionClauses& clauses, const std::vector<std::string>& registered);
+/// driver library at one of `places`. Throws `ProviderError` when there is none.
+std::string driverFor(const ConnectionClauses& clauses, const std::vector<std::string>& registered,
+                      std::span<const char* const> places);
+/// Where distributions put the driver library, registered or not.
+std::span<const char* const> usualDriverPlaces();
 
 /// The connection string of ODBC for the clauses of a provider: catalog, login or the
 /// system's own login, and the encryption that the clauses ask for.

@@ -15,7 +15,7 @@ constexpr std::string_view kProviders[] = {
 }  // namespace
 
 std::unique_ptr<Connection> OdbcAdapter::connect(const ConnectionClauses& clauses, CursorLocation) {
-  const std::string driver = odbc::driverFor(clauses, odbc::registeredDrivers());
+  const std::string driver = odbc::driverFor(clauses, odbc::registeredDrivers(), odbc::usualDriverPlaces());
   return std::make_unique<odbc::OdbcSession>(odbc::connectionText(clauses, driver), odbc::timeLimits(clauses));
 }
 

@@ -169,6 +169,11 @@ TEST_P(ServerCompany, EveryDemonstrationWorkbookGoesAsOnAccess) {
     expectSameRun({"import", "--company", "DEMO", "--kind", kind, folder + kind + "-with-mistakes.xls"});
     expectSameRun({"import", "--company", "DEMO", "--kind", kind, folder + kind + ".xls"});
   }
+  const std::string updates = std::string(ORVA_DEMO) + "/updates/";
+  for (const char* ending : {"-with-mistakes.xls", ".xls"}) {
+    expectSameRun({"update-leod", "--company", "DEMO", updates + "lease-end" + ending});
+    expectSameRun({"update-rate-method", "--company", "DEMO", updates + "rate-method" + ending});
+  }
   expectSameBooks();
 }
 
@@ -208,6 +213,12 @@ TEST_P(ServerCompany, EveryMasterGoesAsOnAccess) {
   };
   for (const Case& c : kCases) {
     expectSameRun({"masters", "--company", "DEMO", "--kind", c.kind, demo->workbook(c.rows, "masters.xls", "Master")});
+  }
+  for (const std::string kind : {"department", "cost-centre", "location", "user", "vendor", "misc"}) {
+    for (const char* ending : {"-with-mistakes.xls", ".xls"}) {
+      expectSameRun({"masters", "--company", "DEMO", "--misc-master", kind == "misc" ? "project" : "", "--kind", kind,
+                     std::string(ORVA_DEMO) + "/masters/" + kind + ending});
+    }
   }
   expectSameBooks();
 }

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "platform/odbc/diagnostics.h"
 #include "platform/odbc/odbc_adapter.h"
 #include "platform/odbc/server_test.h"
@@ -109,13 +111,19 @@ TEST_P(TestServerFailures, ALostConnectionFailsUntilTheNextOneIsOpened) {
 
 TEST_P(TestServerFailures, AServerThatIsNotThere) {
   CompanyContext context;
-  context.providerClause = "Provider=SQLOLEDB.1;";
-  context.server = "127.0.0.1,1";
+  {
+    const tds::Server gone(home->folder().text(), "sa", "secret");
+    context.server = "127.0.0.1," + std::to_string(gone.port());
+  }
   const auto connect = [&](const std::string& clause) {
     context.providerClause = "Provider=SQLOLEDB.1;" + clause;
     return failureOf([&] { home->databases().connect(serverConnectionString(context, "master")); });
   };
   EXPECT_EQ(connect("").number(), provider_number::kUnspecified);
+  const tds::Server silent(home->folder().text(), "sa", "secret", tds::Server::Manner::kSilent);
+  const std::string server = std::exchange(context.server, "127.0.0.1," + std::to_string(silent.port()));
+  EXPECT_NE(connect("Connect Timeout=1;").number(), 0) << "a server that takes the call and says nothing";
+  context.server = server;
   const ProviderError noDriver = connect("Driver=/nowhere/driver.so;");
   EXPECT_EQ(noDriver.number(), provider_number::kUnspecified);
   EXPECT_NE(noDriver.description().find("/nowhere/driver.so"), std::string::npos) << noDriver.description();

@@ -168,12 +168,25 @@ TEST(ConnectionText, ClausesSetTheTimeLimits) {
 }
 
 TEST(ConnectionText, TheDriverIsNamedOrFound) {
-  EXPECT_EQ(driverFor(ConnectionClauses("Driver=Mine"), {"FreeTDS"}), "Mine");
-  EXPECT_EQ(driverFor(ConnectionClauses(""),
-                      {"PostgreSQL", "ODBC Driver 17 for SQL Server", "odbc driver 18 for sql server"}),
+  const auto found = [](const char* clauses, const std::vector<std::string>& registered,
+                        std::span<const char* const> places = {}) {
+    return driverFor(ConnectionClauses(clauses), registered, places);
+  };
+  EXPECT_EQ(found("Driver=Mine", {"FreeTDS"}), "Mine");
+  EXPECT_EQ(found("", {"PostgreSQL", "ODBC Driver 17 for SQL Server", "odbc driver 18 for sql server"}),
             "odbc driver 18 for sql server");
+  constexpr const char* kPlaces[] = {"/nowhere/libtdsodbc.so", "/"};
+  EXPECT_EQ(found("", {"PostgreSQL"}, kPlaces), "/");
+  EXPECT_EQ(found("", {"FreeTDS"}, kPlaces), "FreeTDS");
+  try {
+    found("", {"PostgreSQL"});
+    ADD_FAILURE() << "no driver is there";
+  } catch (const ProviderError& error) {
+    EXPECT_EQ(error.number(), provider_number::kUnspecified);
+    EXPECT_NE(error.description().find("No ODBC driver for SQL Server is installed"), std::string::npos);
+  }
   setenv("ORVA_ODBC_DRIVER", "Other", 1);
-  EXPECT_EQ(driverFor(ConnectionClauses(""), {"FreeTDS"}), "Other");
+  EXPECT_EQ(found("", {"FreeTDS"}), "Other");
   unsetenv("ORVA_ODBC_DRIVER");
 }
 

@@ -55,7 +55,7 @@ ServerPlan::Fate ServerPlan::next(const std::string& statement, ServerError& err
   return fate;
 }
 
-Server::Server(std::string folder, std::string user, std::string password)
+Server::Server(std::string folder, std::string user, std::string password, Manner manner)
     : folder_(std::move(folder)), user_(std::move(user)), password_(std::move(password)) {
   listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address{};
@@ -68,12 +68,12 @@ Server::Server(std::string folder, std::string user, std::string password)
     throw std::runtime_error("no port for the test server");
   }
   port_ = ntohs(address.sin_port);
-  acceptor_ = std::thread([this] { accept(); });
+  if (manner == Manner::kOrdinary) acceptor_ = std::thread([this] { accept(); });
 }
 
 Server::~Server() {
   shutdown(listener_, SHUT_RDWR);
-  acceptor_.join();
+  if (acceptor_.joinable()) acceptor_.join();
   close(listener_);
   {
     const std::scoped_lock lock(mutex_);

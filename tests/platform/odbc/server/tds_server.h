@@ -45,7 +45,10 @@ class ServerPlan {
 /// of the embedded engine: catalog C is the file C.mdb of a folder. One login is let in.
 class Server {
  public:
-  Server(std::string folder, std::string user, std::string password);
+  /// A silent server takes connections and says nothing.
+  enum class Manner { kOrdinary, kSilent };
+
+  Server(std::string folder, std::string user, std::string password, Manner manner = Manner::kOrdinary);
   ~Server();
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
