@@ -52,6 +52,7 @@ bool choose(Session& session, frmMasterImport& screen, MasterKindId kind, const 
   screen.cmdSkip_Click();
   if (kind == MasterKindId::kMiscellaneous) {
     std::vector<std::string> masters;
+    masters.reserve(static_cast<std::size_t>(screen.cmbMisc.count()));
     for (int index = 0; index < screen.cmbMisc.count(); ++index) masters.push_back(screen.cmbMisc.item(index));
     const auto master = miscellaneousMasterOf(session, options, masters);
     if (!master) return false;
