@@ -20,7 +20,9 @@ int columnNamed(const std::vector<std::string>& names, std::string_view name) {
   return column;
 }
 
-std::string noValueText(std::string_view field) { return "'' is no value for the field '" + std::string(field) + "'."; }
+std::string noValueText(std::string_view text, std::string_view field) {
+  return "'" + std::string(text) + "' is no value for the field '" + std::string(field) + "'.";
+}
 
 bool isTextField(const Recordset& errors, std::string_view name) {
   const std::vector<FieldInfo> fields = errors.fields();
@@ -70,8 +72,8 @@ void findAsset(Recordset& assets, const std::string& id) { assets.filter("Asseti
 
 }  // namespace
 
-BulkUpdateRun::BulkUpdateRun(const BulkUpdate& update, Connection& connection, std::function<bool()> rowDone)
-    : update_(update), connection_(connection), rowDone_(std::move(rowDone)) {}
+BulkUpdateRun::BulkUpdateRun(const BulkUpdate& update, CompanyContext& company, std::function<bool()> rowDone)
+    : update_(update), company_(company), connection_(*company.connection), rowDone_(std::move(rowDone)) {}
 
 BulkUpdateRun::Positions BulkUpdateRun::positionsIn(const Sheet& sheet) const {
   const std::vector<std::string> names = headerNames(sheet);
@@ -98,6 +100,17 @@ std::optional<int> BulkUpdateRun::check(const Sheet& sheet) {
   return count;
 }
 
+/// Stores a value like `store`. A server keeps fewer dates than a date field takes, and would end the run with the row.
+std::string BulkUpdateRun::storeValue(Recordset& errors, std::string_view field, const std::string& text) const {
+  std::string fault = store(errors, field, text);
+  if (!fault.empty() || !company_.isSqlServer) return fault;
+  const Value value = errors.get(field);
+  const auto* date = std::get_if<Date>(&value.storage());
+  if (!date || isInDatabaseRange(*date)) return fault;
+  errors.set(field, Value());
+  return noValueText(text, field);
+}
+
 /// Stores the texts in their fields and reads the values back. Returns the number of texts that are none.
 int BulkUpdateRun::recordValues(const std::vector<std::string>& texts, UpdateRow& row, Recordset& errors) const {
   int count = 0;
@@ -105,7 +118,7 @@ int BulkUpdateRun::recordValues(const std::vector<std::string>& texts, UpdateRow
     const UpdateColumn& column = update_.columns[index];
     const std::string& text = texts[index + 1];
     if (!text.empty() || !column.mayBeBlank) {
-      const std::string fault = store(errors, column.name, text);
+      const std::string fault = storeValue(errors, column.name, text);
       if (!fault.empty()) {
         describe(errors, fault);
         ++count;
@@ -129,7 +142,7 @@ int BulkUpdateRun::checkRow(const std::vector<std::string>& texts, Tables tables
   };
   findAsset(assets, row.assetId);
   if (row.assetId.empty()) {
-    fail(noValueText("AssetId"));
+    fail(noValueText("", "AssetId"));
   } else if (assets.eof()) {
     fail("Asset Id : " + row.assetId + " does not exist in ORVA.");
   } else {

@@ -17,7 +17,7 @@ namespace orva {
 class BulkUpdateRun {
  public:
   /// `rowDone` is called after each row, so that the screen stays alive; checking ends when it gives false.
-  BulkUpdateRun(const BulkUpdate& update, Connection& connection, std::function<bool()> rowDone);
+  BulkUpdateRun(const BulkUpdate& update, CompanyContext& company, std::function<bool()> rowDone);
 
   /// Empties the error table and records every row of the sheet, whose first row gives the column names.
   /// Returns the number of errors; nothing when it was ended. Throws `ProviderError`, and `std::runtime_error` for a
@@ -50,9 +50,11 @@ class BulkUpdateRun {
 
   Positions positionsIn(const Sheet& sheet) const;
   int checkRow(const std::vector<std::string>& texts, Tables tables);
+  std::string storeValue(Recordset& errors, std::string_view field, const std::string& text) const;
   int recordValues(const std::vector<std::string>& texts, UpdateRow& row, Recordset& errors) const;
 
   const BulkUpdate& update_;
+  const CompanyContext& company_;
   Connection& connection_;
   std::function<bool()> rowDone_;
   std::vector<std::string> fieldNames_;

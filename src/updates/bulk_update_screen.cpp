@@ -73,7 +73,7 @@ void BulkUpdateScreen::run() {
   if (const std::string_view fault = pathFault(txtExcel.text()); !fault.empty()) return say(std::string(fault));
   reconnect(company_, services_);
   const auto sheet = openAssetSheet(services_.workbooks, std::string(trim(txtExcel.text())));
-  BulkUpdateRun update(update_, *company_.connection, [this] { return rowDone(); });
+  BulkUpdateRun update(update_, company_, [this] { return rowDone(); });
   rowsDone_ = 0;
   progress_.begin("Validating data from Excel. Please Wait ......", filledRows(*sheet, 1));
   const std::optional<int> errors = update.check(*sheet);

@@ -57,6 +57,19 @@ TEST(LeaseEnd, EveryRowIsCheckedAndRecordedInBothDialects) {
   }
 }
 
+TEST(LeaseEnd, ADateThatOnlyAServerCannotKeepIsAnErrorThere) {
+  for (const SqlDialect dialect : kBothDialects) {
+    for (const std::string date : {"31/12/1899", "01/01/1900"}) {
+      const bool isKept = dialect == SqlDialect::kAccess || date == "01/01/1900";
+      LeaseEnds update(dialect);
+      update.run(sheet({{"O'Neil", date}}));
+      EXPECT_EQ(update.rows(kErrors),
+                Texts{isKept ? "O'Neil|" + date + "||" : "O'Neil||E|'" + date + "' is no value for the field 'LEOD'."});
+      EXPECT_EQ(update.rows(kLeases)[2], isKept ? "O'Neil|" + date : "O'Neil|");
+    }
+  }
+}
+
 TEST(LeaseEnd, ADateThatTheProviderCannotHoldWipesOutNone) {
   LeaseEnds update;
   update.prepare({"update Asset set LeaseDate = #03/31/2028#"});
