@@ -68,6 +68,7 @@ std::vector<std::string> NearestNames::nearest(std::string_view name, std::size_
   std::sort(ranked.begin(), ranked.end());
   if (ranked.size() > most) ranked.resize(most);
   std::vector<std::string> result;
+  result.reserve(ranked.size());
   for (const auto& [share, index] : ranked) result.push_back(names_[index]);
   return result;
 }

@@ -120,9 +120,6 @@ PostResult postBreakup(ImportRun& run) {
       row, {.query = "select * from costBreakup", .columns = kBreakupColumns, .start = startBreakup}));
 }
 
-/// When breakups are added the catalogue lists no identifier; a sheet that carries one names its assets by it.
-constexpr std::string_view kSheetColumns[] = {"ASSETID"};
-
 }  // namespace
 
 ImportProcedures costBreakupProcedures() {
