@@ -97,6 +97,7 @@ Table& AccessDatabase::tableAt(PageNumber definition) {
   if (!object) file_->fail(definition, "a relationship leads to a table that the catalogue does not have");
   auto loaded = std::make_unique<Table>(*file_, *allocator_, *this, object->name, definition);
   loaded->setProperties(catalogue_->propertiesOf(*object));
+  loaded->setObserver(observer_);
   return *(tables_[definition] = std::move(loaded));
 }
 

@@ -51,6 +51,9 @@ class AccessDatabase final : public TableLookup {
   /// Sets the password of the file; an empty one removes it. Belongs to the transaction.
   void setPassword(std::string_view password);
 
+  /// Is told of changes of rows in the user's tables from now on; must live as long as the database.
+  void setObserver(RowObserver* observer) { observer_ = observer; }
+
   /// The table object of a definition page is thrown away, after its table was dropped.
   void forget(PageNumber definition) { tables_.erase(definition); }
 
@@ -65,6 +68,7 @@ class AccessDatabase final : public TableLookup {
   FileHeader header_;
   std::unique_ptr<Catalogue> catalogue_;
   std::map<PageNumber, std::unique_ptr<Table>> tables_;
+  RowObserver* observer_ = nullptr;
 };
 
 /// The moment of now, as the format counts it, in whole seconds of local time.

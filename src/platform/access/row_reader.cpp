@@ -1,5 +1,7 @@
 #include "platform/access/row_reader.h"
 
+#include <algorithm>
+
 #include "platform/access/text_cell.h"
 
 namespace orva::access {
@@ -87,18 +89,52 @@ StoredCells RowReader::storedCells(RowId row) const {
   });
 }
 
+std::size_t RowScan::slotsOf(PageNumber number) const {
+  if (number >= file_.pageCount()) return 0;
+  const Page& bytes = file_.page(number);
+  if (bytes[0] != static_cast<Byte>(PageType::kData)) return 0;
+  const DataPage page(bytes);
+  return page.owner() == definition_.page ? std::min(page.slotCount(), kMaximumSlots) : 0;
+}
+
 bool RowScan::nextOnPage() {
   return file_.at(page_, [&] {
-    const Page& bytes = file_.page(page_);
-    // The page may have been given back since the scan came here.
-    if (bytes[0] != static_cast<Byte>(PageType::kData)) return false;
-    const DataPage page(bytes);
-    if (page.owner() != definition_.page) return false;
-    for (; slot_ < page.slotCount() && slot_ <= kMaximumSlots; ++slot_) {
-      if (page.slot(slot_).isFirst()) return true;
+    const std::size_t slots = slotsOf(page_);
+    for (; slot_ < slots; ++slot_) {
+      if (DataPage(file_.page(page_)).slot(slot_).isFirst()) return true;
     }
     return false;
   });
+}
+
+bool RowScan::previousOnPage() {
+  return file_.at(page_, [&] {
+    for (slot_ = std::min(slot_, slotsOf(page_)); slot_ > 0;) {
+      --slot_;
+      if (DataPage(file_.page(page_)).slot(slot_).isFirst()) return true;
+    }
+    return false;
+  });
+}
+
+void RowScan::standOn(RowId row) {
+  const SlotAddress at = addressOf(row);
+  page_ = at.page;
+  slot_ = at.row;
+  started_ = true;
+}
+
+bool RowScan::previous() {
+  if (started_ && previousOnPage()) return true;
+  for (;;) {
+    if (started_ && page_ == 0) return false;
+    const auto page = owned_.previous(started_ ? page_ - 1 : kMaximumPages);
+    if (!page) return false;
+    started_ = true;
+    page_ = *page;
+    slot_ = kMaximumSlots;
+    if (previousOnPage()) return true;
+  }
 }
 
 bool RowScan::next() {

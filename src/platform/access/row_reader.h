@@ -41,10 +41,17 @@ class RowScan {
 
   /// Moves to the first or next row; false at the end.
   bool next();
+  /// Moves to the last or previous row; false at the end.
+  bool previous();
+  /// Makes as if the scan stood on this row, whether it exists or not.
+  void standOn(RowId row);
   RowId row() const { return rowIdOf({page_, static_cast<Byte>(slot_)}); }
 
  private:
   bool nextOnPage();
+  bool previousOnPage();
+  /// Row slots of the page; none when it has been given back since the scan came here.
+  std::size_t slotsOf(PageNumber page) const;
 
   PageFile& file_;
   const TableDefinition& definition_;

@@ -61,12 +61,13 @@ RowId Table::insert(Row row) {
   checkParents(row, nullptr);
   const std::vector<bool> all(row.size(), true);
   const StoredCells cells = storeCells(row, StoredCells(row.size()), all);
-  const RowId id = rowIdOf(pages_->add(encodeRow(definition_, cells)));
+  const RowId id = rowIdOf(pages_->append(encodeRow(definition_, cells)));
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     if (keys[i] && trees_[i]->insert({*keys[i], id})) ++definition_.realIndexes[i].distinctKeys;
   }
   ++definition_.rowCount;
   writeTableCounts(file_, definition_);
+  if (observer_) observer_->rowChanged(*this, id, nullptr);
   return id;
 }
 
@@ -162,11 +163,13 @@ void Table::update(RowId id, const std::vector<Change>& changes) {
   const auto keys = keyChanges(id, before, after, changes);
   checkParents(after, &changes);
   checkChildrenBeforeUpdate(before, after);
+  if (observer_) observer_->rowChanging(*this, id, &changes);
   const StoredCells old = reader_.storedCells(id);
   const StoredCells cells = storeCells(after, old, changed);
   removeLongValues(old, changed);
   storeRow(id, encodeRow(definition_, cells));
   applyKeys(id, before, keys);
+  if (observer_) observer_->rowChanged(*this, id, &changes);
   cascadeUpdate(before, after);
 }
 
@@ -194,10 +197,10 @@ void Table::removeSlots(RowId id) {
   const SlotAddress last = reader_.resolve(id);
   while (!(at == last)) {
     const SlotAddress next = slotAddressAt(DataPage(file_.page(at.page)).row(at.row), 0);
-    pages_->remove(at);
+    pages_->removeAndFree(at);
     at = next;
   }
-  pages_->remove(last);
+  pages_->removeAndFree(last);
 }
 
 void Table::remove(RowId id) {
@@ -212,6 +215,7 @@ void Table::remove(RowId id) {
     }
   }
   releaseChildren(id, row);
+  if (observer_) observer_->rowChanging(*this, id, nullptr);
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     const RealIndex& index = definition_.realIndexes[i];
     if (!(index.ignoresNulls() && allNull(definition_, index, row))) eraseKey(i, row, id);

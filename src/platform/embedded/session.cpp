@@ -8,6 +8,7 @@
 #include "platform/embedded/row_set.h"
 #include "platform/embedded/sql/parser.h"
 #include "platform/embedded/sql/translator.h"
+#include "platform/values/text.h"
 
 namespace orva::embedded {
 namespace {
@@ -102,12 +103,24 @@ std::shared_ptr<Prepared> Session::remember(const StatementText& text, sql::Tran
   return prepared;
 }
 
-void Session::ensureLookups(const sql::Translation& translation) {
+/// A store may show the value of an expression as a column; then that column
+/// stands in the statement instead, where the planner sees it.
+void Session::ensureLookups(sql::Translation& translation) {
   for (const sql::LookupIndex& lookup : translation.lookups) {
     if (lookup.condition.empty()) {
       store_->ensureLookup(*lookup.table, lookup.parts);
     } else {
       store_->ensureLookupWhere(*lookup.table, lookup.parts, lookup.condition);
+    }
+    for (const std::string& part : lookup.parts) {
+      const std::string column = part.starts_with('"') ? std::string() : store_->expressionColumn(*lookup.table, part);
+      if (column.empty()) continue;
+      const std::string alias = quoteName(lookup.alias) + ".";
+      std::string expression = part;
+      expression.insert(expression.find('"'), alias);
+      for (std::string* text : {&translation.sql, &translation.tail, &translation.ordering}) {
+        *text = replaceAll(*text, expression, alias + column);
+      }
     }
   }
 }

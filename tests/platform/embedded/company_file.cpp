@@ -23,8 +23,8 @@ std::string clausesOf(SqlDialect dialect, const std::filesystem::path& file, con
 
 }  // namespace
 
-CompanyFile::CompanyFile(SqlDialect dialect)
-    : dialect_(dialect), folder_(freshFolder()), adapter_(dialect, folder_.string()) {
+CompanyFile::CompanyFile(Engine engine)
+    : dialect_(engine.dialect), folder_(freshFolder()), adapter_(dialect_, folder_.string(), engine.kind) {
   adapter_.create(ConnectionClauses(clausesOf(dialect_, file(), "Tbnq")));
   connection_ = connect();
 }
