@@ -70,7 +70,7 @@ std::string declaration(const AccessTable& table) {
     }
   }
   for (std::size_t i = 0; i < kExpressionColumns; ++i) {
-    sql += ", " + expressionColumnName(i) + " HIDDEN COLLATE " + kAccessCollation;
+    sql += ", " + expressionColumnName(i) + " COLLATE " + kAccessCollation;
   }
   return sql + ")";
 }

@@ -90,9 +90,10 @@ class Planner {
     return std::max(condition.iColumn, kKeyColumn) == place;
   }
 
-  bool isText(int column) const {
+  /// An expression may give texts.
+  bool mayBeText(int column) const {
     const auto at = static_cast<std::size_t>(column - kFirstColumn);
-    return column >= kFirstColumn && at < table_.layout.columns.size() && table_.layout.columns[at].isText();
+    return column >= kFirstColumn && (at >= table_.layout.columns.size() || table_.layout.columns[at].isText());
   }
 
   /// A condition with one of two operators on a column; -1 when there is none.
@@ -100,7 +101,7 @@ class Planner {
     for (int i = 0; i < info_.nConstraint; ++i) {
       const auto& condition = info_.aConstraint[i];
       if (!condition.usable || !isColumn(column, condition) || (condition.op != op && condition.op != other)) continue;
-      if (!isText(column) || sqlite3_stricmp(sqlite3_vtab_collation(&info_, i), kAccessCollation) == 0) return i;
+      if (!mayBeText(column) || sqlite3_stricmp(sqlite3_vtab_collation(&info_, i), kAccessCollation) == 0) return i;
     }
     return -1;
   }

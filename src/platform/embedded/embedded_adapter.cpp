@@ -40,7 +40,7 @@ std::string EmbeddedAdapter::passwordOf(const ConnectionClauses& clauses) const 
 
 std::unique_ptr<Connection> EmbeddedAdapter::connect(const ConnectionClauses& clauses, CursorLocation) {
   std::unique_ptr<embedded::Store> store;
-  if (dialect_ == SqlDialect::kAccess && isAccessFile(fileOf(clauses))) {
+  if (isAccessFile(fileOf(clauses))) {
     store = std::make_unique<embedded::AccessStore>(fileOf(clauses), passwordOf(clauses));
   } else {
     store = std::make_unique<embedded::SqliteStore>(fileOf(clauses), passwordOf(clauses));
