@@ -53,6 +53,13 @@ BatchTest::BatchTest() {
   folder.write("Orva.ini", folder.text() + "\r\n");
 }
 
+BatchTest::~BatchTest() {
+  const std::string file = folder.file("DEMOOrva.MDB");
+  if (!fs::exists(file)) return;
+  const Ran ran = run({"check-file", file});
+  EXPECT_EQ(ran.out, file + " is sound.\n");
+}
+
 Ran BatchTest::import(const std::string& workbook, std::vector<std::string> more) const {
   std::vector<std::string> arguments{"import", "--company", "DEMO", "--kind", "acquired"};
   arguments.insert(arguments.end(), more.begin(), more.end());

@@ -26,6 +26,8 @@ Ran runCommand(const std::string& programFolder, std::vector<std::string> argume
 class BatchTest : public testing::Test {
  protected:
   BatchTest();
+  /// Whatever was done, the company's file must be sound.
+  ~BatchTest() override;
 
   Ran run(std::vector<std::string> arguments, const std::string& input = {}) const {
     return runCommand(folder.text(), std::move(arguments), input);

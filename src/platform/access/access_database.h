@@ -15,6 +15,8 @@ namespace orva::access {
 struct OpenOptions {
   std::string password = {};
   bool forWriting = true;
+  /// Pages are no secret: a look at the structure alone needs no password.
+  bool asksPassword = true;
   FileSystem* files = nullptr;  // nullptr: those of this machine
 };
 
@@ -29,6 +31,8 @@ class AccessDatabase final : public TableLookup {
   static std::unique_ptr<AccessDatabase> open(const std::string& path, const OpenOptions& options = {});
   /// Makes a new, empty database; throws when the file exists.
   static std::unique_ptr<AccessDatabase> create(const std::string& path, const OpenOptions& options = {});
+  /// Keeps other programs away from a database; nothing when one of them has it open.
+  static std::unique_ptr<FileLock> lock(FileSystem& files, const std::string& path);
   /// Files beside a database file that belong to it.
   static std::vector<std::string> companionFiles(const std::string& path);
   ~AccessDatabase() override = default;
