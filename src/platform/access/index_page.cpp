@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <iterator>
 
 #include "platform/access/access_file_error.h"
 
@@ -186,6 +187,7 @@ std::size_t IndexPage::usedBytes(bool compressed) const {
 }
 
 void IndexPage::write(ByteSpan page, bool compressed) const {
+  require(fits(compressed), "the entries of an index page do not fit on it");
   const std::size_t prefix = compressed ? sharedPrefix() : 0;
   std::fill(page.begin(), page.begin() + index_at::kEntries, Byte{0});
   page[0] = static_cast<Byte>(type_);
@@ -209,6 +211,49 @@ void IndexPage::write(ByteSpan page, bool compressed) const {
     page[index_at::kEnds + at / 8] |= static_cast<Byte>(1u << (at % 8));
   }
   putU16(page, index_at::kFree, kIndexCapacity - at);
+}
+
+/// Where about half of the bytes are on either side.
+std::size_t IndexPage::middle() const {
+  const std::size_t half = usedBytes(false) / 2;
+  std::size_t at = 0;
+  for (std::size_t used = 0; at + 1 < entries_.size() && used < half; ++at) {
+    used += entries_[at].size() + (isLeaf() ? 0 : kChildSize);
+  }
+  return std::max<std::size_t>(at, 1);
+}
+
+std::size_t IndexPage::dividingPoint(std::size_t insertedAt) const {
+  const std::size_t last = entries_.size() - 1;
+  // Entries that arrive in order fill the pages: the last one starts a new page.
+  if (next == 0 && insertedAt == last) return last;
+  const std::size_t half = middle();
+  if (!isLeaf() || (insertedAt != 0 && insertedAt != last)) return half;
+  // One that does not share the prefix of all others may cost them all their room: it goes alone.
+  IndexPage left = *this;
+  const IndexPage right = left.splitOff(half);
+  if (left.fits(true) && right.fits(true)) return half;
+  return insertedAt == 0 ? 1 : last;
+}
+
+std::vector<IndexPage> IndexPage::divide(std::size_t insertedAt) {
+  std::vector<IndexPage> parts;
+  IndexPage right = splitOff(dividingPoint(insertedAt));
+  if (!fits(true)) parts = divide(middle());
+  parts.push_back(std::move(right));
+  if (!parts.back().fits(true)) {
+    std::vector<IndexPage> more = parts.back().divide(parts.back().middle());
+    std::move(more.begin(), more.end(), std::back_inserter(parts));
+  }
+  return parts;
+}
+
+Bytes IndexPage::giveLast() {
+  Bytes last = entries_.back();
+  if (isLeaf() || entries_.size() == 1) return last;
+  tail = children_.back();
+  erase(entries_.size() - 1);
+  return last;
 }
 
 IndexPage IndexPage::splitOff(std::size_t at) {

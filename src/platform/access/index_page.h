@@ -90,6 +90,12 @@ class IndexPage {
   void write(ByteSpan page, bool compressed) const;
   /// Moves the entries from `at` on to another page (and the tail with them).
   IndexPage splitOff(std::size_t at);
+  /// Divides a page that is too full into pages that have room; this one becomes the first of
+  /// them, and the others are returned. `insertedAt` is the entry that came in last.
+  std::vector<IndexPage> divide(std::size_t insertedAt);
+  /// The last entry, by which the parent of the left part of a divided page names it. It leaves
+  /// a node, whose tail its child becomes; an only one stays.
+  Bytes giveLast();
 
   PageNumber previous = 0;
   PageNumber next = 0;
@@ -97,6 +103,8 @@ class IndexPage {
 
  private:
   std::size_t sharedPrefix() const;
+  std::size_t middle() const;
+  std::size_t dividingPoint(std::size_t insertedAt) const;
 
   PageType type_;
   PageNumber table_;

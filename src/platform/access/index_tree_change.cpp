@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "platform/access/index_tree.h"
 
@@ -82,30 +83,26 @@ IndexTree::Path& IndexTree::deepen(Path& path, const IndexPage& root) {
   return path;
 }
 
+/// Divides a page among itself and new ones to its right, and tells the parent.
 void IndexTree::split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt) {
-  const PageNumber leftPage = path[depth].page;
-  const PageNumber rightPage = newPage();
-  // Entries that arrive in order fill the pages: the last one starts a new page.
-  const bool appending = page.next == 0 && insertedAt + 1 == page.size();
-  const std::size_t at = appending ? page.size() - 1 : page.size() / 2;
-  IndexPage right = page.splitOff(at);
-  const Bytes leftLast = page.entry(page.size() - 1);
-  if (!page.isLeaf()) {
-    // The last entry of the left node goes up; its child becomes the tail.
-    page.tail = page.child(page.size() - 1);
-    page.erase(page.size() - 1);
-  }
-  right.previous = leftPage;
-  right.next = page.next;
-  relink(page.next, rightPage, 0);
-  page.next = rightPage;
-  write(leftPage, page);
-  write(rightPage, right);
-
   Step& parentStep = path[depth - 1];
   IndexPage parent = IndexPage::read(file_.page(parentStep.page));
-  parent.setChild(parentStep.child, rightPage);
-  parent.insert(parentStep.child, leftLast, leftPage);
+  const PageNumber follower = page.next;
+  std::vector<IndexPage> parts = page.divide(insertedAt);
+  parts.insert(parts.begin(), std::move(page));
+  PageNumber place = path[depth].page;
+  PageNumber before = parts.front().previous;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const bool isLast = i + 1 == parts.size();
+    const PageNumber right = isLast ? follower : newPage();
+    parts[i].previous = before;
+    parts[i].next = right;
+    if (!isLast) parent.insert(parentStep.child + i, parts[i].giveLast(), place);
+    write(place, parts[i]);
+    if (isLast) parent.setChild(parentStep.child + i, place);
+    before = std::exchange(place, right);
+  }
+  relink(follower, before, 0);
   store(path, depth - 1, std::move(parent), parentStep.child);
 }
 
