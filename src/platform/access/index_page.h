@@ -3,7 +3,7 @@
 #include <compare>
 #include <vector>
 
-#include "platform/access/format.h"
+#include "platform/access/entry_ends.h"
 
 namespace orva::access {
 
@@ -24,26 +24,26 @@ class IndexPageView {
   PageNumber tail() const { return u32At(page_, index_at::kTail); }
   std::size_t prefix() const { return prefix_; }
 
-  std::size_t size() const { return count_; }
+  std::size_t size() const { return ends_.count(); }
   /// The whole entry, with the shared prefix. On nodes without the child's number.
   Bytes entry(std::size_t i) const;
   void copyEntry(std::size_t i, Bytes& into) const;
-  /// Where the bytes of an entry end, counted from the first entry.
-  std::size_t end(std::size_t i) const { return ends_[i]; }
+  /// Where the bytes of entries end, counted from the first entry.
+  const EntryEnds& ends() const { return ends_; }
   /// First entry that is not less than `wanted`.
   std::size_t lowerBound(ByteView wanted) const;
   /// Children of a node: those of the entries, then the tail.
-  std::size_t childCount() const { return count_ + (tail() != 0 ? 1 : 0); }
+  std::size_t childCount() const { return size() + (tail() != 0 ? 1 : 0); }
   PageNumber child(std::size_t i) const;
 
  private:
-  ByteView stored(std::size_t i) const;
-  std::strong_ordering compare(std::size_t i, ByteView wanted) const;
+  /// The stored bytes of the entry that ends at an offset.
+  ByteView stored(std::size_t end) const;
+  std::strong_ordering compare(ByteView stored, bool isFirst, ByteView wanted) const;
 
   ByteView page_;
   std::size_t prefix_;
-  std::size_t count_ = 0;
-  std::uint16_t ends_[kIndexCapacity / 4];
+  EntryEnds ends_;
 };
 
 /// Changes one entry of a leaf in place, for as long as the page has room and
@@ -57,10 +57,11 @@ class LeafEditor {
 
  private:
   bool sharesPrefix(ByteView entry) const;
-  void writeEnds(const std::vector<std::size_t>& ends);
+  void writeEnds();
 
   ByteSpan page_;
-  IndexPageView view_;
+  std::size_t prefix_;
+  EntryEnds ends_;
 };
 
 /// One page of an index tree in a form that can be changed.

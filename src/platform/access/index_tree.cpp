@@ -29,7 +29,7 @@ IndexTree::Path IndexTree::descend(ByteView wanted) const {
   Path path;
   for (PageNumber page = root_;;) {
     const IndexPageView content = view(page);
-    const std::size_t position = content.lowerBound(wanted);
+    const std::size_t position = file_.at(page, [&] { return content.lowerBound(wanted); });
     if (content.isLeaf()) {
       path.push_back({page, position});
       return path;
@@ -89,7 +89,7 @@ void IndexCursor::standOn(PageNumber page, std::size_t position) {
     if (position < content.size()) {
       page_ = page;
       position_ = position;
-      content.copyEntry(position, entry_);
+      tree_->file_.at(page, [&] { content.copyEntry(position, entry_); });
       valid_ = true;
       return;
     }

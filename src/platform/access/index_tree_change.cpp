@@ -207,7 +207,7 @@ void IndexTree::flattenRoot() {
 /// Moves the entries of a small leaf to its right neighbour under the same parent.
 void IndexTree::mergeIfSmall(PageNumber leftPage) {
   const IndexPageView left = view(leftPage);
-  if (left.end(left.size() - 1) >= kSmallLeaf) return;
+  if (left.ends().last() >= kSmallLeaf) return;
   Path path = descend(left.entry(0));
   const Step step = path[path.size() - 2];
   const IndexPageView parent = view(step.page);

@@ -17,6 +17,7 @@ Table::Table(PageFile& file, PageAllocator& allocator, TableLookup& tables, std:
 
 void Table::reload() {
   definition_ = readTableDefinition(file_, definition_.page);
+  rules_.clear();
   pages_ = std::make_unique<RowPages>(file_, allocator_, definition_.page, definition_.ownedMap, definition_.roomMap);
   longValues_.forgetPages();
   // Cursors point to trees: one that is still the same tree stays.

@@ -55,9 +55,15 @@ class Table {
 
   const std::string& name() const { return name_; }
   const TableDefinition& definition() const { return definition_; }
-  TableDefinition& editDefinition() { return definition_; }
+  TableDefinition& editDefinition() {
+    rules_.clear();
+    return definition_;
+  }
   const TableProperties& properties() const { return properties_; }
-  void setProperties(TableProperties properties) { properties_ = std::move(properties); }
+  void setProperties(TableProperties properties) {
+    properties_ = std::move(properties);
+    rules_.clear();
+  }
   void setObserver(RowObserver* observer) { observer_ = observer; }
   /// Reads the definition again, after a rollback or a change of structure.
   void reload();
@@ -94,9 +100,15 @@ class Table {
     std::optional<IndexEntry> after;
   };
 
+  /// What the properties say about a column.
+  struct Rules {
+    bool isRequired = false;
+    bool allowsZeroLength = true;
+  };
+
   void requireKnownTypes() const;
   void giveAutoNumbers(Row& row);
-  void checkRules(const Column& column, const Cell& cell) const;
+  void checkRules(std::size_t column, const Cell& cell);
   /// What a row with these cells writes into an index; nothing when it has no entry there.
   std::optional<Bytes> keyFor(const RealIndex& real, const Row& row) const;
   void checkUnique(std::size_t index, const Row& row, const Bytes& key, std::optional<RowId> except) const;
@@ -124,6 +136,7 @@ class Table {
   std::string name_;
   TableDefinition definition_;
   TableProperties properties_;
+  std::vector<Rules> rules_;  ///< one a column; empty until they are needed
   LongValues longValues_;
   RowReader reader_;
   std::unique_ptr<RowPages> pages_;
