@@ -28,26 +28,29 @@ ByteView IndexPageView::stored(std::size_t end) const {
   return page_.subspan(index_at::kEntries + begin, end - begin);
 }
 
-void IndexPageView::copyEntry(std::size_t i, Bytes& into) const {
+void IndexPageView::copy(std::size_t end, Bytes& into) const {
   into.clear();
-  const std::size_t trailing = isLeaf() ? 0 : kChildSize;
   const std::size_t first = ends_.next(0);
-  const ByteView own = stored(i == 0 ? first : ends_.at(i));
+  const ByteView own = stored(end);
   into.reserve(prefix_ + own.size());
-  if (i > 0) append(into, stored(first).first(prefix_));
-  append(into, own);
-  into.resize(into.size() - trailing);
+  if (end != first) append(into, stored(first).first(prefix_));
+  const std::size_t trailing = isLeaf() ? 0 : kChildSize;
+  require(own.size() >= trailing, "an entry of the index node has no child");
+  append(into, own.first(own.size() - trailing));
 }
 
-Bytes IndexPageView::entry(std::size_t i) const {
+Bytes IndexPageView::entryEndingAt(std::size_t end) const {
   Bytes bytes;
-  copyEntry(i, bytes);
+  copy(end, bytes);
   return bytes;
 }
 
 PageNumber IndexPageView::child(std::size_t i) const {
   const std::size_t end = ends_.at(i);
-  if (end == 0) return tail();
+  return end == 0 ? tail() : childEndingAt(end);
+}
+
+PageNumber IndexPageView::childEndingAt(std::size_t end) const {
   const ByteView bytes = stored(end);
   require(bytes.size() >= kChildSize, "an entry of the index node has no child");
   return bigEndianAt(bytes, bytes.size() - kChildSize, kChildSize);
@@ -135,9 +138,11 @@ IndexPage IndexPage::read(ByteView bytes) {
   page.tail = view.tail();
   const std::size_t count = view.size();
   page.entries_.reserve(count + 1);
-  for (std::size_t i = 0; i < count; ++i) {
-    page.entries_.push_back(view.entry(i));
-    page.children_.push_back(view.isLeaf() ? 0 : view.child(i));
+  page.children_.reserve(count + 1);
+  const EntryEnds& ends = view.ends();
+  for (std::size_t end = ends.next(0); end != 0; end = end < kIndexCapacity ? ends.next(end + 1) : 0) {
+    page.entries_.push_back(view.entryEndingAt(end));
+    page.children_.push_back(view.isLeaf() ? 0 : view.childEndingAt(end));
   }
   return page;
 }

@@ -26,8 +26,9 @@ class IndexPageView {
 
   std::size_t size() const { return ends_.count(); }
   /// The whole entry, with the shared prefix. On nodes without the child's number.
-  Bytes entry(std::size_t i) const;
-  void copyEntry(std::size_t i, Bytes& into) const;
+  Bytes entry(std::size_t i) const { return entryEndingAt(ends_.at(i)); }
+  void copyEntry(std::size_t i, Bytes& into) const { copy(ends_.at(i), into); }
+  Bytes entryEndingAt(std::size_t end) const;
   /// Where the bytes of entries end, counted from the first entry.
   const EntryEnds& ends() const { return ends_; }
   /// First entry that is not less than `wanted`.
@@ -35,8 +36,10 @@ class IndexPageView {
   /// Children of a node: those of the entries, then the tail.
   std::size_t childCount() const { return size() + (tail() != 0 ? 1 : 0); }
   PageNumber child(std::size_t i) const;
+  PageNumber childEndingAt(std::size_t end) const;
 
  private:
+  void copy(std::size_t end, Bytes& into) const;
   /// The stored bytes of the entry that ends at an offset.
   ByteView stored(std::size_t end) const;
   std::strong_ordering compare(ByteView stored, bool isFirst, ByteView wanted) const;

@@ -94,6 +94,7 @@ class IndexTree {
   void write(PageNumber page, const IndexPage& content);
   bool compresses(PageNumber page) const { return page != root_; }
 
+  bool appendToLeaf(PageNumber leaf, const Bytes& entry);
   void store(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
   void split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
   Path& deepen(Path& path, const IndexPage& root);

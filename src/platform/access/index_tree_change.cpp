@@ -50,6 +50,7 @@ bool IndexTree::insert(const IndexEntry& entry) {
   const auto same = [&](std::size_t i) { return i < content.size() && sameKey(content.entry(i), bytes); };
   const bool isNewKey = !same(leaf.child) && (leaf.child == 0 || !same(leaf.child - 1));
   if (!LeafEditor(file_.change(leaf.page)).insert(leaf.child, bytes)) {
+    if (leaf.child == 0 && appendToLeaf(content.previous(), bytes)) return isNewKey;
     IndexPage page = IndexPage::read(file_.page(leaf.page));
     page.insert(leaf.child, bytes);
     store(path, path.size() - 1, std::move(page), leaf.child);
@@ -59,6 +60,20 @@ bool IndexTree::insert(const IndexEntry& entry) {
     raiseLast(now, now.size() - 1, bytes);
   }
   return isNewKey;
+}
+
+/// An entry between two leaves may stand in either: in the left one, when that has the room. Entries
+/// of one key that arrive in the order of their rows would otherwise each split the page behind them.
+bool IndexTree::appendToLeaf(PageNumber leaf, const Bytes& entry) {
+  if (leaf == 0) return false;
+  const IndexPageView content = view(leaf);
+  const std::size_t size = content.size();
+  if (size == 0) return false;
+  const Bytes last = content.entry(size - 1);
+  if (!LeafEditor(file_.change(leaf)).insert(size, entry)) return false;
+  const Path path = descend(last);
+  raiseLast(path, path.size() - 1, entry);
+  return true;
 }
 
 /// Writes a page of the path after an entry came in at `insertedAt`.
