@@ -28,7 +28,7 @@ ByteView IndexPageView::stored(std::size_t end) const {
   return page_.subspan(index_at::kEntries + begin, end - begin);
 }
 
-void IndexPageView::copy(std::size_t end, Bytes& into) const {
+void IndexPageView::copyEntryEndingAt(std::size_t end, Bytes& into) const {
   into.clear();
   const std::size_t first = ends_.next(0);
   const ByteView own = stored(end);
@@ -41,7 +41,7 @@ void IndexPageView::copy(std::size_t end, Bytes& into) const {
 
 Bytes IndexPageView::entryEndingAt(std::size_t end) const {
   Bytes bytes;
-  copy(end, bytes);
+  copyEntryEndingAt(end, bytes);
   return bytes;
 }
 
@@ -69,7 +69,7 @@ std::strong_ordering IndexPageView::compare(ByteView bytes, bool isFirst, ByteVi
 }
 
 /// Halves the bytes rather than the entries, whose number need not be known for that.
-std::size_t IndexPageView::lowerBound(ByteView wanted) const {
+std::size_t IndexPageView::placeOf(ByteView wanted) const {
   std::size_t low = 0;
   std::size_t high = ends_.last();
   while (low < high) {
@@ -82,23 +82,29 @@ std::size_t IndexPageView::lowerBound(ByteView wanted) const {
       high = begin;
     }
   }
-  return ends_.countUpTo(low);
+  return low;
+}
+
+PageNumber IndexPageView::childFor(ByteView wanted) const {
+  const std::size_t end = endOfEntryAt(placeOf(wanted));
+  if (end != 0) return childEndingAt(end);
+  if (tail() != 0 || ends_.last() == 0) return tail();
+  return childEndingAt(ends_.last());
 }
 
 LeafEditor::LeafEditor(ByteSpan page) : page_(page), prefix_(IndexPageView(page).prefix()), ends_(page) {
   if (ends_.last() == 0) putU16(page, index_at::kPrefix, prefix_ = 0);
 }
 
-bool LeafEditor::insert(std::size_t i, ByteView entry) {
+bool LeafEditor::insert(std::size_t place, ByteView entry) {
   const std::size_t used = ends_.last();
   if (!sharesPrefix(entry) || used + entry.size() - prefix_ > kIndexCapacity) return false;
   const std::size_t added = entry.size() - prefix_;
-  const std::size_t place = i == 0 ? 0 : ends_.at(i - 1);
   Byte* const data = page_.data() + index_at::kEntries;
   // The old first entry loses the prefix, which the new first entry brings.
-  const std::size_t keepFrom = i == 0 ? prefix_ : place;
+  const std::size_t keepFrom = place == 0 ? prefix_ : place;
   std::memmove(data + keepFrom + added, data + keepFrom, used - keepFrom);
-  const ByteView stored = i == 0 ? entry : entry.subspan(prefix_);
+  const ByteView stored = place == 0 ? entry : entry.subspan(prefix_);
   std::memcpy(data + place, stored.data(), stored.size());
   ends_.moveUp(place, added);
   ends_.set(place + stored.size());
@@ -106,12 +112,10 @@ bool LeafEditor::insert(std::size_t i, ByteView entry) {
   return true;
 }
 
-void LeafEditor::erase(std::size_t i) {
+void LeafEditor::erase(std::size_t place, std::size_t to) {
   const std::size_t used = ends_.last();
-  const std::size_t place = i == 0 ? 0 : ends_.at(i - 1);
-  const std::size_t to = ends_.at(i);
   // The second entry becomes the first and takes the prefix over.
-  const std::size_t from = i == 0 && to < used ? prefix_ : place;
+  const std::size_t from = place == 0 && to < used ? prefix_ : place;
   Byte* const data = page_.data() + index_at::kEntries;
   std::memmove(data + from, data + to, used - to);
   ends_.moveDown(place, to, to - from);

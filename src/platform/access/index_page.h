@@ -26,20 +26,26 @@ class IndexPageView {
 
   std::size_t size() const { return ends_.count(); }
   /// The whole entry, with the shared prefix. On nodes without the child's number.
+  /// On nodes without the child's number.
   Bytes entry(std::size_t i) const { return entryEndingAt(ends_.at(i)); }
-  void copyEntry(std::size_t i, Bytes& into) const { copy(ends_.at(i), into); }
   Bytes entryEndingAt(std::size_t end) const;
   /// Where the bytes of entries end, counted from the first entry.
   const EntryEnds& ends() const { return ends_; }
-  /// First entry that is not less than `wanted`.
-  std::size_t lowerBound(ByteView wanted) const;
+  /// First entry that is not less than `wanted`: its number, and where it starts.
+  std::size_t lowerBound(ByteView wanted) const { return ends_.countUpTo(placeOf(wanted)); }
+  std::size_t placeOf(ByteView wanted) const;
+  /// End of the entry that starts at a place; 0 behind the last one.
+  std::size_t endOfEntryAt(std::size_t place) const { return place < kIndexCapacity ? ends_.next(place + 1) : 0; }
+  /// The child of a node that `wanted` leads to; 0 when it has none.
+  PageNumber childFor(ByteView wanted) const;
   /// Children of a node: those of the entries, then the tail.
   std::size_t childCount() const { return size() + (tail() != 0 ? 1 : 0); }
   PageNumber child(std::size_t i) const;
   PageNumber childEndingAt(std::size_t end) const;
 
+  void copyEntryEndingAt(std::size_t end, Bytes& into) const;
+
  private:
-  void copy(std::size_t end, Bytes& into) const;
   /// The stored bytes of the entry that ends at an offset.
   ByteView stored(std::size_t end) const;
   std::strong_ordering compare(ByteView stored, bool isFirst, ByteView wanted) const;
@@ -54,9 +60,10 @@ class IndexPageView {
 class LeafEditor {
  public:
   explicit LeafEditor(ByteSpan page);
-  /// False, with nothing changed, when the page has to be written anew.
-  bool insert(std::size_t i, ByteView entry);
-  void erase(std::size_t i);
+  /// `place` is where the entry behind the new one starts. False, with nothing changed, when the
+  /// page has to be written anew.
+  bool insert(std::size_t place, ByteView entry);
+  void erase(std::size_t place, std::size_t end);
 
  private:
   bool sharesPrefix(ByteView entry) const;

@@ -43,19 +43,23 @@ void IndexTree::write(PageNumber page, const IndexPage& content) {
 bool IndexTree::insert(const IndexEntry& entry) {
   ++version_;
   const Bytes bytes = entry.bytes();
-  Path path = descend(bytes);
-  const Step leaf = path.back();
-  const IndexPageView content = view(leaf.page);
-  const bool isLast = leaf.child == content.size();
-  const auto same = [&](std::size_t i) { return i < content.size() && sameKey(content.entry(i), bytes); };
-  const bool isNewKey = !same(leaf.child) && (leaf.child == 0 || !same(leaf.child - 1));
-  if (!LeafEditor(file_.change(leaf.page)).insert(leaf.child, bytes)) {
-    if (leaf.child == 0 && appendToLeaf(content.previous(), bytes)) return isNewKey;
-    IndexPage page = IndexPage::read(file_.page(leaf.page));
-    page.insert(leaf.child, bytes);
-    store(path, path.size() - 1, std::move(page), leaf.child);
+  const PageNumber leaf = leafFor(bytes);
+  const IndexPageView content = view(leaf);
+  const std::size_t place = file_.at(leaf, [&] { return content.placeOf(bytes); });
+  const bool isLast = place == content.ends().last();
+  const bool isNewKey = file_.at(leaf, [&] {
+    const auto same = [&](std::size_t end) { return end != 0 && sameKey(content.entryEndingAt(end), bytes); };
+    return !same(place) && !same(content.endOfEntryAt(place));
+  });
+  if (!LeafEditor(file_.change(leaf)).insert(place, bytes)) {
+    if (place == 0 && appendToLeaf(content.previous(), bytes)) return isNewKey;
+    Path path = descend(bytes);
+    const std::size_t position = path.back().child;
+    IndexPage page = IndexPage::read(file_.page(leaf));
+    page.insert(position, bytes);
+    store(path, path.size() - 1, std::move(page), position);
   }
-  if (isLast && path.size() > 1) {
+  if (isLast && leaf != root_) {
     const Path now = descend(bytes);
     raiseLast(now, now.size() - 1, bytes);
   }
@@ -67,10 +71,10 @@ bool IndexTree::insert(const IndexEntry& entry) {
 bool IndexTree::appendToLeaf(PageNumber leaf, const Bytes& entry) {
   if (leaf == 0) return false;
   const IndexPageView content = view(leaf);
-  const std::size_t size = content.size();
-  if (size == 0) return false;
-  const Bytes last = content.entry(size - 1);
-  if (!LeafEditor(file_.change(leaf)).insert(size, entry)) return false;
+  const std::size_t end = content.ends().last();
+  if (end == 0) return false;
+  const Bytes last = file_.at(leaf, [&] { return content.entryEndingAt(end); });
+  if (!LeafEditor(file_.change(leaf)).insert(end, entry)) return false;
   const Path path = descend(last);
   raiseLast(path, path.size() - 1, entry);
   return true;
@@ -154,21 +158,29 @@ Bytes IndexTree::lastEntry(PageNumber page) const {
 
 bool IndexTree::erase(const IndexEntry& entry) {
   const Bytes bytes = entry.bytes();
-  Path path = descend(bytes);
-  const Step leaf = path.back();
-  const IndexPageView content = view(leaf.page);
-  if (leaf.child >= content.size() || content.entry(leaf.child) != bytes) return false;
+  const PageNumber leaf = leafFor(bytes);
+  const IndexPageView content = view(leaf);
+  const std::size_t place = file_.at(leaf, [&] { return content.placeOf(bytes); });
+  const std::size_t end = content.endOfEntryAt(place);
+  if (end == 0 || file_.at(leaf, [&] { return content.entryEndingAt(end); }) != bytes) return false;
   ++version_;
-  const bool wasLast = leaf.child + 1 == content.size();
-  const bool isEmpty = content.size() == 1;
-  LeafEditor(file_.change(leaf.page)).erase(leaf.child);
-  if (path.size() == 1) return true;
-  if (isEmpty) {
-    removePage(path, path.size() - 1);
-  } else {
-    if (wasLast) raiseLast(path, path.size() - 1, view(leaf.page).entry(leaf.child - 1));
-    mergeIfSmall(leaf.page);
+  const bool wasLast = end == content.ends().last();
+  if (leaf == root_) {
+    LeafEditor(file_.change(leaf)).erase(place, end);
+    return true;
   }
+  if (wasLast) {
+    Path path = descend(bytes);
+    LeafEditor(file_.change(leaf)).erase(place, end);
+    if (place == 0) {
+      removePage(path, path.size() - 1);
+      return true;
+    }
+    raiseLast(path, path.size() - 1, view(leaf).entryEndingAt(place));
+  } else {
+    LeafEditor(file_.change(leaf)).erase(place, end);
+  }
+  mergeIfSmall(leaf);
   return true;
 }
 
@@ -228,6 +240,8 @@ void IndexTree::mergeIfSmall(PageNumber leftPage) {
   const IndexPageView parent = view(step.page);
   if (step.child + 1 >= parent.childCount()) return;
   const PageNumber rightPage = parent.child(step.child + 1);
+  // Most neighbours are too full to take anything.
+  if (view(rightPage).ends().last() > kFullEnoughAfterMerge) return;
   IndexPage merged = IndexPage::read(file_.page(rightPage));
   for (std::size_t i = left.size(); i-- > 0;) merged.insert(0, left.entry(i));
   if (merged.usedBytes(false) > kFullEnoughAfterMerge) return;

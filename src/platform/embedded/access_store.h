@@ -36,6 +36,7 @@ class AccessStore final : public Store {
   void createIndex(const TableDef& table, const IndexDef& index) override;
   void dropIndex(const TableDef& table, const IndexDef& index) override;
   void ensureLookup(const TableDef& table, const std::vector<std::string>& parts) override;
+  bool keepsLookups() const override { return false; }
   std::string expressionColumn(const TableDef& table, const std::string& part) override;
 
  private:

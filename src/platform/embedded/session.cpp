@@ -107,6 +107,10 @@ std::shared_ptr<Prepared> Session::remember(const StatementText& text, sql::Tran
 /// stands in the statement instead, where the planner sees it.
 void Session::ensureLookups(sql::Translation& translation) {
   for (const sql::LookupIndex& lookup : translation.lookups) {
+    const auto isExpression = [](const std::string& part) { return !part.starts_with('"'); };
+    // A change by the value of an expression runs once; what looks rows up runs for every row of a sheet.
+    const bool once = translation.columns.empty() && std::any_of(lookup.parts.begin(), lookup.parts.end(), isExpression);
+    if (once && !store_->keepsLookups()) continue;
     if (lookup.condition.empty()) {
       store_->ensureLookup(*lookup.table, lookup.parts);
     } else {
