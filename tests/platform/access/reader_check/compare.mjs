@@ -31,6 +31,14 @@ function expected(cell) {
   return "moment " + Math.round((cell.moment - kDayOf1970) * kMillisecondsADay);
 }
 
+/** The two rows from a little before the first difference on. */
+function differing(theirs, ours) {
+  let at = 0;
+  while (at < theirs.length && theirs[at] === ours[at]) ++at;
+  const shown = (row) => `${row.length} characters, ...${row.substring(at - 60, at + 60)}...`;
+  return `theirs ${shown(theirs)}\n  ours ${shown(ours)}`;
+}
+
 function sorted(rows) {
   return rows.map((row) => JSON.stringify(row)).sort();
 }
@@ -54,7 +62,7 @@ for (const [name, { columns, rows }] of Object.entries(tables)) {
   const ours = sorted(rows.map((row) => row.map(expected)));
   if (theirs.length !== ours.length) faults.push(`${name}: ${theirs.length} rows instead of ${ours.length}`);
   const at = theirs.findIndex((row, i) => row !== ours[i]);
-  if (at >= 0) faults.push(`${name}: theirs ${theirs[at]}\n  ours ${ours[at]}`);
+  if (at >= 0) faults.push(`${name}: ${differing(theirs[at], ours[at] ?? "")}`);
 }
 
 if (faults.length > 0) console.log(faults.join("\n"));
