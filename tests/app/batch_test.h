@@ -32,6 +32,8 @@ class BatchTest : public testing::Test {
   Ran run(std::vector<std::string> arguments, const std::string& input = {}) const {
     return runCommand(folder.text(), std::move(arguments), input);
   }
+  /// Keeps DEMO in an SQLite file from now on, which is opened by its content.
+  void keepInSqlite() const;
   /// Imports a workbook of acquired assets into DEMO.
   Ran import(const std::string& workbook, std::vector<std::string> more = {}) const;
   /// Output of one statement on DEMO.

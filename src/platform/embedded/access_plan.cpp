@@ -105,6 +105,14 @@ class Planner {
     }
     return -1;
   }
+  /// SQLite does not tell the collation of these; the engine compares texts by none but its own.
+  int findUnequal(int column) const {
+    for (int i = 0; i < info_.nConstraint; ++i) {
+      const auto& condition = info_.aConstraint[i];
+      if (condition.usable && isColumn(column, condition) && condition.op == SQLITE_INDEX_CONSTRAINT_NE) return i;
+    }
+    return -1;
+  }
   int findEqual(int column) const { return find(column, SQLITE_INDEX_CONSTRAINT_EQ, SQLITE_INDEX_CONSTRAINT_EQ); }
 
   static int argument(Choice& choice, int condition) {
@@ -199,6 +207,11 @@ class Planner {
     const std::size_t next = choice.plan.equal.size();
     if (next == candidate.parts.size() || candidate.parts[next].ability == Ability::kNothing) return;
     const WayPart& part = candidate.parts[next];
+    const int unequal = findUnequal(part.column);
+    if (candidate.plan.way == AccessPlan::Way::kLookup && next > 0 && unequal >= 0) {
+      choice.plan.unequal = argument(choice, unequal);
+      return;
+    }
     int lower = find(part.column, SQLITE_INDEX_CONSTRAINT_GT, SQLITE_INDEX_CONSTRAINT_GE);
     int upper = find(part.column, SQLITE_INDEX_CONSTRAINT_LT, SQLITE_INDEX_CONSTRAINT_LE);
     const int day = part.ability == Ability::kDays ? findEqual(part.column) : -1;
@@ -244,9 +257,10 @@ class Planner {
       rows = plan.equal[i] == AccessPlan::kIsNull ? rows / 4 : isPlain ? std::min(rows / 4, 10.0) : rows / 20;
     }
     if (allEqual && candidate.keys > 1) rows = std::min(rows, rows_ / candidate.keys);
+    const bool isLimited = plan.lower != AccessPlan::kNone || plan.upper != AccessPlan::kNone;
     if (plan.lower != AccessPlan::kNone && plan.upper != AccessPlan::kNone) {
       rows /= 8;
-    } else if (plan.lower != AccessPlan::kNone || plan.upper != AccessPlan::kNone) {
+    } else if (isLimited || plan.unequal != AccessPlan::kNone) {
       rows /= 3;
     }
     return std::max(rows, 1.0);
@@ -279,7 +293,8 @@ class Planner {
       text += (i == 0 ? "" : " AND ") + nameOf(candidate.parts[i].column) + "=?";
     }
     const std::size_t next = plan.equal.size();
-    for (const auto& [bound, sign] : {std::pair(plan.lower, ">?"), std::pair(plan.upper, "<?")}) {
+    for (const auto& [bound, sign] :
+         {std::pair(plan.lower, ">?"), std::pair(plan.upper, "<?"), std::pair(plan.unequal, "<>?")}) {
       if (bound != AccessPlan::kNone)
         text += (text.empty() ? "" : " AND ") + nameOf(candidate.parts[next].column) + sign;
     }

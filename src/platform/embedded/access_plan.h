@@ -30,6 +30,8 @@ struct AccessPlan {
   /// Arguments that limit the column behind them (of a scan: the key of the row).
   int lower = kNone;
   int upper = kNone;
+  /// Argument that the column behind them must not equal: of a look-up, which leaves those rows out.
+  int unequal = kNone;
   bool descending = false;
   /// For people: "(Assetid=? AND docdt>?)".
   std::string text;

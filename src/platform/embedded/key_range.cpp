@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/access/index_key.h"
 #include "platform/access/text_cell.h"
@@ -218,6 +219,8 @@ std::optional<KeyRange<std::string>> lookupRange(const AccessPlan& plan, const s
     appendSortKey(prefix, wanted);
   }
   KeyRange<std::string> range{prefix, afterAll(prefix)};
+  // A null is not unequal to anything.
+  if (plan.unequal != AccessPlan::kNone) range.lower += kNumberMark;
   if (plan.lower == AccessPlan::kNone && plan.upper == AccessPlan::kNone) return range;
   if (plan.lower != AccessPlan::kNone) {
     appendSortKey(range.lower, arguments[static_cast<std::size_t>(plan.lower)]);
@@ -230,6 +233,13 @@ std::optional<KeyRange<std::string>> lookupRange(const AccessPlan& plan, const s
     range.upper = afterAll(last);
   }
   return range;
+}
+
+std::optional<KeyRange<std::string>> leftOutRange(const AccessPlan& plan, const std::vector<Scalar>& arguments) {
+  if (plan.unequal == AccessPlan::kNone) return std::nullopt;
+  AccessPlan equal = plan;
+  equal.equal.push_back(std::exchange(equal.unequal, AccessPlan::kNone));
+  return lookupRange(equal, arguments);
 }
 
 }  // namespace orva::embedded

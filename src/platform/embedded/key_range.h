@@ -23,5 +23,7 @@ std::optional<KeyRange<access::Bytes>> fileRange(const access::TableDefinition& 
 
 /// The same for a look-up in memory.
 std::optional<KeyRange<std::string>> lookupRange(const AccessPlan& plan, const std::vector<Scalar>& arguments);
+/// The part of that range that holds the value which the plan leaves out.
+std::optional<KeyRange<std::string>> leftOutRange(const AccessPlan& plan, const std::vector<Scalar>& arguments);
 
 }  // namespace orva::embedded

@@ -85,14 +85,20 @@ class FileIndexWalk final : public RowWalk {
 
 class LookupWalk final : public RowWalk {
  public:
-  LookupWalk(const MemoryIndex& index, KeyRange<std::string> range, bool backwards)
-      : range_(std::move(range)), backwards_(backwards), cursor_(start(index)) {}
+  LookupWalk(const MemoryIndex& index, KeyRange<std::string> range, std::optional<KeyRange<std::string>> leftOut,
+             bool backwards)
+      : index_(index),
+        range_(std::move(range)),
+        leftOut_(std::move(leftOut)),
+        backwards_(backwards),
+        cursor_(start(index)) {}
 
   std::optional<RowId> next() override {
     if (!isFirst_ && !cursor_.atEnd()) {
       backwards_ ? cursor_.previous() : cursor_.next();
     }
     isFirst_ = false;
+    leapOver();
     if (cursor_.atEnd()) return std::nullopt;
     const bool inside = backwards_ ? cursor_.entry() >= range_.lower : !range_.upper || cursor_.entry() < *range_.upper;
     return inside ? std::optional(MemoryLookup::rowOf(cursor_.entry())) : std::nullopt;
@@ -104,7 +110,20 @@ class LookupWalk final : public RowWalk {
     return range_.upper ? index.before(*range_.upper) : index.last();
   }
 
+  /// From the first entry that is left out to behind the last one.
+  void leapOver() {
+    if (!leftOut_ || cursor_.atEnd() || cursor_.entry() < leftOut_->lower) return;
+    if (leftOut_->upper && cursor_.entry() >= *leftOut_->upper) return;
+    if (backwards_) {
+      cursor_ = index_.before(leftOut_->lower);
+    } else {
+      cursor_ = leftOut_->upper ? index_.lowerBound(*leftOut_->upper) : index_.before({});
+    }
+  }
+
+  const MemoryIndex& index_;
   KeyRange<std::string> range_;
+  std::optional<KeyRange<std::string>> leftOut_;
   bool backwards_;
   MemoryIndex::Cursor cursor_;
   bool isFirst_ = true;
@@ -131,7 +150,7 @@ std::unique_ptr<RowWalk> startWalk(AccessFile& file, AccessTable& table, const A
       auto range = lookupRange(plan, arguments);
       if (!range) return nullptr;
       const MemoryIndex& index = file.lookup(table, plan.parts).index();
-      return std::make_unique<LookupWalk>(index, std::move(*range), plan.descending);
+      return std::make_unique<LookupWalk>(index, std::move(*range), leftOutRange(plan, arguments), plan.descending);
     }
   }
   return nullptr;

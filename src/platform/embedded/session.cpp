@@ -109,7 +109,8 @@ void Session::ensureLookups(sql::Translation& translation) {
   for (const sql::LookupIndex& lookup : translation.lookups) {
     const auto isExpression = [](const std::string& part) { return !part.starts_with('"'); };
     // A change by the value of an expression runs once; what looks rows up runs for every row of a sheet.
-    const bool once = translation.columns.empty() && std::any_of(lookup.parts.begin(), lookup.parts.end(), isExpression);
+    const bool once =
+        translation.columns.empty() && std::any_of(lookup.parts.begin(), lookup.parts.end(), isExpression);
     if (once && !store_->keepsLookups()) continue;
     if (lookup.condition.empty()) {
       store_->ensureLookup(*lookup.table, lookup.parts);

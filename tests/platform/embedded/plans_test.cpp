@@ -9,7 +9,8 @@ namespace {
 struct PlanCase {
   SqlDialect dialect;
   const char* query;
-  const char* access;  ///< what the plan must say: the way to the rows
+  const char* access;                  ///< what the plan must say: the way to the rows
+  const char* inAccessFile = nullptr;  ///< where it says something else there
 };
 
 constexpr SqlDialect kAccess = SqlDialect::kAccess;
@@ -41,7 +42,8 @@ void createTables(CompanyFile& company, SqlDialect dialect) {
 TEST(Plans, EveryLookUpIsOnAnIndex) {
   const PlanCase kCases[] = {
       {kAccess, "Select * from Asset where assetid ='A1'", "(Assetid=?)"},
-      {kAccess, "Select * from Asset where phyid ='A1' and acquiredas<>'O'", "(PhyID=?)"},
+      {kAccess, "Select * from Asset where phyid ='A1' and acquiredas<>'O'", "(PhyID=?)",
+       "(PhyID=? AND AcquiredAs<>?)"},
       {kAccess, "Select * from Dept where Ucase(deptname) ='STORES'", "(DeptName=?)"},
       {kOnServer, "Select * from Dept where Upper(deptname) ='STORES'", "(DeptName=?)"},
       {kAccess, "select * from dept where trim(deptname) = 'Stores'", "(<expr>=?)"},
@@ -80,9 +82,11 @@ TEST(Plans, EveryLookUpIsOnAnIndex) {
       {kAccess, "select recordid from location order by recordid desc", "Recordid"},
       {kAccess, "Select * from Fadep where docdt > #01/01/2020# and ( flag <> 'O' or flag is null)", "(docdt>?)"},
       // Rows with the flag are in no way: the index has none of them.
-      {kAccess, "Select accyear from asset where accyear='2020'  and Acquiredas<>'O'", "WHERE \"AcquiredAs\" <> 'O'"},
-      {kServer, "Select * from asset where accyear='2020'  and Acquiredas<>'O'", "WHERE \"AcquiredAs\" <> 'O'"},
-      {kAccess, "Select * from asset where accyear='2020'  and Acquiredas<>'Purchased'", "(accyear=?)"},
+      {kAccess, "Select accyear from asset where accyear='2020'  and Acquiredas<>'O'", "WHERE \"AcquiredAs\" <> 'O'",
+       "(accyear=? AND AcquiredAs<>?)"},
+      {kOnServer, "Select * from asset where accyear='2020'  and Acquiredas<>'O'", "WHERE \"AcquiredAs\" <> 'O'"},
+      {kAccess, "Select * from asset where accyear='2020'  and Acquiredas<>'Purchased'", "(accyear=?)",
+       "(accyear=? AND AcquiredAs<>?)"},
       {kAccess, "Select * from Asset where Assetid='A' and AcquiredAs <> 'O'", "(Assetid=?)"},
       {kAccess, "select docdt from fadep where assetid='A1' order by docdt", "(Assetid=?)"},
       {kAccess,
@@ -98,7 +102,9 @@ TEST(Plans, EveryLookUpIsOnAnIndex) {
     for (const PlanCase& c : kCases) {
       if (c.dialect != engine.dialect) continue;
       const std::string plan = dynamic_cast<embedded::Session&>(*company).plan(c.query);
-      EXPECT_NE(plan.find(c.access), std::string::npos) << c.query << "\n" << plan;
+      const bool isAccessFile = engine.kind == CompanyFileKind::kAccess;
+      const char* const wanted = isAccessFile && c.inAccessFile ? c.inAccessFile : c.access;
+      EXPECT_NE(plan.find(wanted), std::string::npos) << c.query << "\n" << plan;
       EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << c.query << "\n" << plan;
     }
   }

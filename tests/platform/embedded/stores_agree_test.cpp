@@ -77,6 +77,8 @@ class TwoStores {
         "Ucase(Name) = Ucase(" + text() + ")",
         "trim(Name) = " + text(),
         "Name <> " + text(),
+        "Whole = " + whole + " and Name <> 'a'",
+        "Whole = " + whole + " and Name <> 'B'",
         "Name is null",
         "Name is not null and Note is null",
         "mid(Name, 1, 1) = 'A'",
