@@ -46,6 +46,9 @@ class Measurements {
     const Run filled = orva({"sql", "--company", "DEMO"}, inserts.string());
     expect(0, filled);
     line("sql: inserts", assets, filled);
+    const Run opened = orva({"sql", "--company", "DEMO", "select count(*) from Company"});
+    expect(0, opened);
+    line("open, upgrade", 1, opened);
     fs::remove(inserts);
     fs::copy_file(company(), folder_ / "kept");
   }

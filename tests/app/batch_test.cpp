@@ -4,24 +4,31 @@
 #include <sstream>
 
 #include "app/batch/batch.h"
+#include "platform/embedded/embedded_adapter.h"
 #include "platform/values/date.h"
 #include "platform/values/numeric_text.h"
 #include "platform/xls/xls_workbooks.h"
+#include "startup/connection_strings.h"
+#include "startup/schema/template_database.h"
 
 namespace orva {
 namespace {
 
 namespace fs = std::filesystem;
 
+std::string demoScript() {
+  std::ifstream script(std::string(ORVA_DEMO) + "/company.sql");
+  std::ostringstream text;
+  text << script.rdbuf();
+  return text.str();
+}
+
 /// The folder that every test starts from.
 const TemporaryFolder& demoFolder() {
   static const TemporaryFolder kFolder;
   static const bool kMade = [] {
-    std::ifstream script(std::string(ORVA_DEMO) + "/company.sql");
-    std::ostringstream text;
-    text << script.rdbuf();
     for (const Ran& ran : {runCommand(kFolder.text(), {"setup"}), runCommand(kFolder.text(), {"new", "DEMO"}),
-                           runCommand(kFolder.text(), {"sql", "--company", "DEMO"}, text.str())}) {
+                           runCommand(kFolder.text(), {"sql", "--company", "DEMO"}, demoScript())}) {
       if (ran.status != 0) ADD_FAILURE() << ran.out << ran.err;
     }
     return true;
@@ -51,6 +58,24 @@ BatchTest::BatchTest() {
     if (entry.path().filename() != "Orva.ini") fs::copy(entry.path(), folder.path() / entry.path().filename());
   }
   folder.write("Orva.ini", folder.text() + "\r\n");
+}
+
+BatchTest::~BatchTest() {
+  const std::string file = folder.file("DEMOOrva.MDB");
+  if (!fs::exists(file) || folder.read("DEMOOrva.MDB").find("Standard Jet DB") != 4) return;
+  const Ran ran = run({"check-file", file});
+  EXPECT_EQ(ran.out, file + " is sound.\n");
+}
+
+void BatchTest::keepInSqlite() const {
+  const std::string file = folder.file("DEMOOrva.MDB");
+  fs::remove(file);
+  DatabaseRegistry databases;
+  databases.add(kAccessProvider,
+                std::make_shared<EmbeddedAdapter>(SqlDialect::kAccess, std::string(), CompanyFileKind::kSqlite));
+  createTemplate(databases, file);
+  databases.connect(accessConnectionString(file))->execute("insert into Company (cocd) values ('DEMO')");
+  EXPECT_EQ(run({"sql", "--company", "DEMO"}, demoScript()).status, 0);
 }
 
 Ran BatchTest::import(const std::string& workbook, std::vector<std::string> more) const {

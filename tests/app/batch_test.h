@@ -26,10 +26,14 @@ Ran runCommand(const std::string& programFolder, std::vector<std::string> argume
 class BatchTest : public testing::Test {
  protected:
   BatchTest();
+  /// Whatever was done, the company's file must be sound.
+  ~BatchTest() override;
 
   Ran run(std::vector<std::string> arguments, const std::string& input = {}) const {
     return runCommand(folder.text(), std::move(arguments), input);
   }
+  /// Keeps DEMO in an SQLite file from now on, which is opened by its content.
+  void keepInSqlite() const;
   /// Imports a workbook of acquired assets into DEMO.
   Ran import(const std::string& workbook, std::vector<std::string> more = {}) const;
   /// Output of one statement on DEMO.

@@ -185,6 +185,7 @@ TEST_F(Import, ControlTotalsAreThoseOfTheCompany) {
 
 TEST_F(Import, ACompanyThatKeepsOtherAmountsIsAnError) {
   // The file does what a damaged one might: it keeps a rupee less than it is given.
+  keepInSqlite();
   const std::string file = folder.file("DEMOOrva.MDB");
   ASSERT_TRUE(std::filesystem::exists(file));
   sqlite3* database = nullptr;

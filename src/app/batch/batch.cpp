@@ -48,6 +48,7 @@ class CommandLine {
     addUpdate("update-leod", "Set lease end dates of existing assets", leaseEndDateUpdate());
     addUpdate("update-rate-method", "Set overriding rates and methods of existing assets", rateAndMethodUpdate());
     addSql();
+    addCheckFile();
   }
 
   CLI::App& app() { return app_; }
@@ -150,6 +151,11 @@ class CommandLine {
     app.add_option("--company", sql_.company, "Company code")->required();
     app.add_option("STATEMENT", sql_.statement, "Default: standard input, statements ended by \";\"");
   }
+  void addCheckFile() {
+    CLI::App& app = command("check-file", "Check the structure of an Access file",
+                            [this](Session& session) { return runCheckFile(session, checkFile_); });
+    app.add_option("FILE", checkFile_.file, "Access 2000-2003 file, such as a company")->required();
+  }
 
   CLI::App app_{"Imports workbooks into an ORVA company. Without a command: the start screen.", "orva-import"};
   std::string folder_;
@@ -162,6 +168,7 @@ class CommandLine {
   MastersFromOptions mastersFrom_;
   UpdateOptions update_;
   SqlOptions sql_;
+  CheckFileOptions checkFile_;
   std::function<Exit(Session&)> chosen_;
 };
 

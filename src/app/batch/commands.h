@@ -80,6 +80,10 @@ struct UpdateOptions {
   std::string workbook;
 };
 
+struct CheckFileOptions {
+  std::string file;
+};
+
 struct BulkUpdate;
 
 /// How the server of the companies is reached.
@@ -103,6 +107,8 @@ Exit runMasters(Session& session, const MasterImportOptions& options);
 Exit runMastersFrom(Session& session, const MastersFromOptions& options);
 Exit runUpdate(Session& session, const BulkUpdate& update, const UpdateOptions& options);
 Exit runSql(Session& session, const SqlOptions& options);
+/// Prints what is wrong with an Access file; `kRowsInError` when something is.
+Exit runCheckFile(Session& session, const CheckFileOptions& options);
 
 /// The selection that a choice names; nothing after the user was told of an unknown kind or mode.
 std::optional<Selection> selectionOf(Session& session, const ImportChoice& choice);

@@ -17,7 +17,7 @@ std::string lockPath(const std::string& path) {
 }
 
 std::unique_ptr<FileLock> takeLock(FileSystem& files, const std::string& path) {
-  auto lock = files.lock(lockPath(path));
+  auto lock = AccessDatabase::lock(files, path);
   if (lock) return lock;
   throw AccessFileError(provider_number::kUnspecified,
                         "The database " + path + " is in use by another program. Close it there and try again.");
@@ -34,6 +34,10 @@ DateTime currentMoment() {
   return {date.dayNumber() + (local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec) / kSecondsPerDay};
 }
 
+std::unique_ptr<FileLock> AccessDatabase::lock(FileSystem& files, const std::string& path) {
+  return files.lock(lockPath(path));
+}
+
 std::vector<std::string> AccessDatabase::companionFiles(const std::string& path) {
   return {RedoLog::pathFor(path), lockPath(path)};
 }
@@ -48,7 +52,7 @@ std::unique_ptr<AccessDatabase> AccessDatabase::open(const std::string& path, co
   database->file_ = PageFile::open(files, path, options.forWriting);
   PageFile& file = *database->file_;
   database->header_ = file.at(0, [&file] { return FileHeader::read(file.page(0)); });
-  if (database->header_.password != options.password) {
+  if (options.asksPassword && database->header_.password != options.password) {
     throw AccessFileError(provider_number::kLoginFailed, "The password of the database " + path + " is another one.");
   }
   file.setScramblingKey(database->header_.scramblingKey);
@@ -97,6 +101,7 @@ Table& AccessDatabase::tableAt(PageNumber definition) {
   if (!object) file_->fail(definition, "a relationship leads to a table that the catalogue does not have");
   auto loaded = std::make_unique<Table>(*file_, *allocator_, *this, object->name, definition);
   loaded->setProperties(catalogue_->propertiesOf(*object));
+  loaded->setObserver(observer_);
   return *(tables_[definition] = std::move(loaded));
 }
 

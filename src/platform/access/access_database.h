@@ -15,6 +15,8 @@ namespace orva::access {
 struct OpenOptions {
   std::string password = {};
   bool forWriting = true;
+  /// Pages are no secret: a look at the structure alone needs no password.
+  bool asksPassword = true;
   FileSystem* files = nullptr;  // nullptr: those of this machine
 };
 
@@ -29,6 +31,8 @@ class AccessDatabase final : public TableLookup {
   static std::unique_ptr<AccessDatabase> open(const std::string& path, const OpenOptions& options = {});
   /// Makes a new, empty database; throws when the file exists.
   static std::unique_ptr<AccessDatabase> create(const std::string& path, const OpenOptions& options = {});
+  /// Keeps other programs away from a database; nothing when one of them has it open.
+  static std::unique_ptr<FileLock> lock(FileSystem& files, const std::string& path);
   /// Files beside a database file that belong to it.
   static std::vector<std::string> companionFiles(const std::string& path);
   ~AccessDatabase() override = default;
@@ -51,6 +55,9 @@ class AccessDatabase final : public TableLookup {
   /// Sets the password of the file; an empty one removes it. Belongs to the transaction.
   void setPassword(std::string_view password);
 
+  /// Is told of changes of rows in the user's tables from now on; must live as long as the database.
+  void setObserver(RowObserver* observer) { observer_ = observer; }
+
   /// The table object of a definition page is thrown away, after its table was dropped.
   void forget(PageNumber definition) { tables_.erase(definition); }
 
@@ -65,6 +72,7 @@ class AccessDatabase final : public TableLookup {
   FileHeader header_;
   std::unique_ptr<Catalogue> catalogue_;
   std::map<PageNumber, std::unique_ptr<Table>> tables_;
+  RowObserver* observer_ = nullptr;
 };
 
 /// The moment of now, as the format counts it, in whole seconds of local time.

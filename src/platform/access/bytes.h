@@ -37,11 +37,15 @@ inline void putU32(ByteSpan bytes, std::size_t at, std::size_t value) { putUnsig
 inline void putU64(ByteSpan bytes, std::size_t at, std::uint64_t value) { putUnsigned(bytes, at, value, 8); }
 
 inline void appendUnsigned(Bytes& bytes, std::uint64_t value, std::size_t width) {
-  for (std::size_t i = 0; i < width; ++i) bytes.push_back(static_cast<Byte>(value >> (8 * i)));
+  const std::size_t at = bytes.size();
+  bytes.resize(at + width);
+  for (std::size_t i = 0; i < width; ++i) bytes[at + i] = static_cast<Byte>(value >> (8 * i));
 }
 /// Most significant byte first, as index keys and index rows are stored.
 inline void appendBigEndian(Bytes& bytes, std::uint64_t value, std::size_t width) {
-  for (std::size_t i = width; i-- > 0;) bytes.push_back(static_cast<Byte>(value >> (8 * i)));
+  const std::size_t at = bytes.size();
+  bytes.resize(at + width);
+  for (std::size_t i = 0; i < width; ++i) bytes[at + i] = static_cast<Byte>(value >> (8 * (width - 1 - i)));
 }
 inline std::uint32_t bigEndianAt(ByteView bytes, std::size_t at, std::size_t width) {
   std::uint32_t value = 0;

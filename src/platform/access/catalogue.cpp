@@ -54,8 +54,10 @@ void Catalogue::readObjects() {
   const std::size_t name = columnOf(objectsTable_, "Name");
   const std::size_t type = columnOf(objectsTable_, "Type");
   const std::size_t flags = columnOf(objectsTable_, "Flags");
+  std::vector<bool> wanted(objectsTable_.definition().columns.size(), false);
+  for (const std::size_t column : {id, parent, name, type, flags}) wanted[column] = true;
   for (RowScan scan = objectsTable_.scan(); scan.next();) {
-    const Row row = objectsTable_.rows().row(scan.row(), false);
+    const Row row = objectsTable_.rows().row(scan.row(), &wanted);
     objects_.push_back({.row = scan.row(),
                         .id = static_cast<std::int32_t>(whole(row[id])),
                         .parent = static_cast<std::int32_t>(whole(row[parent])),

@@ -98,9 +98,10 @@ Cell toDate(const Column& column, const Cell& cell) {
 
 Cell toTextOf(const Column& column, Cell cell) {
   if (!std::holds_alternative<std::string>(cell)) cell = toText(cell);
-  if (column.type == ColumnType::kText && toUtf16(std::get<std::string>(cell)).size() > column.length / 2u) {
-    refuseSize(column, cell);
-  }
+  const std::size_t most = column.type == ColumnType::kText ? column.length / 2u : std::string::npos;
+  // A character takes no fewer bytes here than two-byte units there.
+  const std::string& text = std::get<std::string>(cell);
+  if (text.size() > most && toUtf16(text).size() > most) refuseSize(column, cell);
   return cell;
 }
 
@@ -130,9 +131,11 @@ Bytes encodeDecimal(const Decimal& decimal) {
 }
 
 Bytes encodeTextOf(const Column& column, const std::string& value) {
+  if (column.type == ColumnType::kText) {
+    return encodeText(value, (column.extendedFlags & column_flag::kCompressed) != 0);
+  }
   const std::u16string text = toUtf16(value);
-  if (column.type == ColumnType::kMemo) return encodeText(text, text.size() <= kLongestCompressedMemo);
-  return encodeText(text, (column.extendedFlags & column_flag::kCompressed) != 0);
+  return encodeText(text, text.size() <= kLongestCompressedMemo);
 }
 
 std::size_t storedSize(ColumnType type) {
@@ -221,7 +224,7 @@ Cell decodeCell(const Column& column, ByteView stored) {
     case ColumnType::kDate:
       return DateTime{doubleAt(stored, 0)};
     case ColumnType::kText:
-      return toUtf8(decodeText(stored));
+      return textOf(stored);
     case ColumnType::kGuid:
       return decodeGuid(stored);
     case ColumnType::kDecimal:

@@ -1,8 +1,8 @@
 #include "platform/access/index_page.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
+#include <iterator>
 
 #include "platform/access/access_file_error.h"
 
@@ -14,53 +14,51 @@ std::strong_ordering compareEntries(ByteView left, ByteView right) {
   return order != 0 ? order <=> 0 : left.size() <=> right.size();
 }
 
-IndexPageView::IndexPageView(ByteView page) : page_(page), prefix_(u16At(page, index_at::kPrefix)) {
+IndexPageView::IndexPageView(ByteView page) : page_(page), prefix_(u16At(page, index_at::kPrefix)), ends_(page) {
   require(page[0] == static_cast<Byte>(PageType::kIndexNode) || isLeaf(), "this is not a page of an index");
-  const std::size_t least = kRowIdSize + (isLeaf() ? 0 : kChildSize);
-  std::size_t previousEnd = 0;
-  for (std::size_t at = 0; at * 8 <= kIndexCapacity; ++at) {
-    for (unsigned bits = page[index_at::kEnds + at]; bits != 0; bits &= bits - 1) {
-      const std::size_t end = at * 8 + static_cast<std::size_t>(std::countr_zero(bits));
-      const std::size_t length = end - previousEnd + (count_ > 0 ? prefix_ : 0);
-      require(end <= kIndexCapacity && length > least, "an entry of the index page has no key");
-      require(count_ > 0 || prefix_ <= length, "the shared prefix is longer than the first entry");
-      if (count_ == std::size(ends_)) throw Damage("the index page has too many entries");
-      ends_[count_++] = static_cast<std::uint16_t>(end);
-      previousEnd = end;
-    }
-  }
+  const std::size_t first = ends_.next(0);
+  require(first == 0 || prefix_ <= first, "the shared prefix is longer than the first entry");
 }
 
-ByteView IndexPageView::stored(std::size_t i) const {
-  const std::size_t begin = i == 0 ? 0 : ends_[i - 1];
-  return page_.subspan(index_at::kEntries + begin, ends_[i] - begin);
+ByteView IndexPageView::stored(std::size_t end) const {
+  require(end > 0, "the index page has fewer entries than it should");
+  const std::size_t begin = ends_.previous(end - 1);
+  const std::size_t length = end - begin + (begin > 0 ? prefix_ : 0);
+  require(length > kRowIdSize + (isLeaf() ? 0 : kChildSize), "an entry of the index page has no key");
+  return page_.subspan(index_at::kEntries + begin, end - begin);
 }
 
-void IndexPageView::copyEntry(std::size_t i, Bytes& into) const {
+void IndexPageView::copyEntryEndingAt(std::size_t end, Bytes& into) const {
   into.clear();
+  const std::size_t first = ends_.next(0);
+  const ByteView own = stored(end);
+  into.reserve(prefix_ + own.size());
+  if (end != first) append(into, stored(first).first(prefix_));
   const std::size_t trailing = isLeaf() ? 0 : kChildSize;
-  if (i > 0) append(into, stored(0).first(prefix_));
-  append(into, stored(i));
-  into.resize(into.size() - trailing);
+  require(own.size() >= trailing, "an entry of the index node has no child");
+  append(into, own.first(own.size() - trailing));
 }
 
-Bytes IndexPageView::entry(std::size_t i) const {
+Bytes IndexPageView::entryEndingAt(std::size_t end) const {
   Bytes bytes;
-  copyEntry(i, bytes);
+  copyEntryEndingAt(end, bytes);
   return bytes;
 }
 
 PageNumber IndexPageView::child(std::size_t i) const {
-  if (i >= count_) return tail();
-  const ByteView bytes = stored(i);
+  const std::size_t end = ends_.at(i);
+  return end == 0 ? tail() : childEndingAt(end);
+}
+
+PageNumber IndexPageView::childEndingAt(std::size_t end) const {
+  const ByteView bytes = stored(end);
   require(bytes.size() >= kChildSize, "an entry of the index node has no child");
   return bigEndianAt(bytes, bytes.size() - kChildSize, kChildSize);
 }
 
-std::strong_ordering IndexPageView::compare(std::size_t i, ByteView wanted) const {
-  ByteView bytes = stored(i);
-  if (i > 0 && prefix_ > 0) {
-    const ByteView shared = stored(0).first(std::min(prefix_, wanted.size()));
+std::strong_ordering IndexPageView::compare(ByteView bytes, bool isFirst, ByteView wanted) const {
+  if (!isFirst && prefix_ > 0) {
+    const ByteView shared = page_.subspan(index_at::kEntries, std::min(prefix_, wanted.size()));
     const auto order = compareEntries(shared, wanted.first(shared.size()));
     if (order != 0) return order;
     if (wanted.size() <= prefix_) return std::strong_ordering::greater;
@@ -70,70 +68,70 @@ std::strong_ordering IndexPageView::compare(std::size_t i, ByteView wanted) cons
   return compareEntries(bytes, wanted);
 }
 
-std::size_t IndexPageView::lowerBound(ByteView wanted) const {
+/// Halves the bytes rather than the entries, whose number need not be known for that.
+std::size_t IndexPageView::placeOf(ByteView wanted) const {
   std::size_t low = 0;
-  std::size_t high = count_;
+  std::size_t high = ends_.last();
   while (low < high) {
     const std::size_t middle = (low + high) / 2;
-    if (compare(middle, wanted) < 0) {
-      low = middle + 1;
+    const std::size_t end = ends_.next(middle + 1);
+    const std::size_t begin = ends_.previous(middle);
+    if (compare(stored(end), begin == 0, wanted) < 0) {
+      low = end;
     } else {
-      high = middle;
+      high = begin;
     }
   }
   return low;
 }
 
-LeafEditor::LeafEditor(ByteSpan page) : page_(page), view_(page) {}
+PageNumber IndexPageView::childFor(ByteView wanted) const {
+  const std::size_t end = endOfEntryAt(placeOf(wanted));
+  if (end != 0) return childEndingAt(end);
+  if (tail() != 0 || ends_.last() == 0) return tail();
+  return childEndingAt(ends_.last());
+}
 
-bool LeafEditor::insert(std::size_t i, ByteView entry) {
-  const std::size_t prefix = view_.prefix();
-  const std::size_t used = view_.size() == 0 ? 0 : view_.end(view_.size() - 1);
-  const std::size_t added = entry.size() - (view_.size() == 0 ? 0 : prefix);
-  if (used + added > kIndexCapacity || !sharesPrefix(entry)) return false;
-  const std::size_t place = i == 0 ? 0 : view_.end(i - 1);
+LeafEditor::LeafEditor(ByteSpan page) : page_(page), prefix_(IndexPageView(page).prefix()), ends_(page) {
+  if (ends_.last() == 0) putU16(page, index_at::kPrefix, prefix_ = 0);
+}
+
+bool LeafEditor::insert(std::size_t place, ByteView entry) {
+  const std::size_t used = ends_.last();
+  if (!sharesPrefix(entry) || used + entry.size() - prefix_ > kIndexCapacity) return false;
+  const std::size_t added = entry.size() - prefix_;
   Byte* const data = page_.data() + index_at::kEntries;
   // The old first entry loses the prefix, which the new first entry brings.
-  const std::size_t keepFrom = i == 0 && view_.size() > 0 ? prefix : place;
-  std::memmove(data + place + added + (keepFrom - place), data + keepFrom, used - keepFrom);
-  const ByteView stored = i == 0 ? entry : entry.subspan(prefix);
+  const std::size_t keepFrom = place == 0 ? prefix_ : place;
+  std::memmove(data + keepFrom + added, data + keepFrom, used - keepFrom);
+  const ByteView stored = place == 0 ? entry : entry.subspan(prefix_);
   std::memcpy(data + place, stored.data(), stored.size());
-  std::vector<std::size_t> ends;
-  ends.reserve(view_.size() + 1);
-  for (std::size_t e = 0; e < i; ++e) ends.push_back(view_.end(e));
-  ends.push_back(place + stored.size());
-  for (std::size_t e = i; e < view_.size(); ++e) ends.push_back(view_.end(e) + added);
-  writeEnds(ends);
+  ends_.moveUp(place, added);
+  ends_.set(place + stored.size());
+  writeEnds();
   return true;
 }
 
-void LeafEditor::erase(std::size_t i) {
-  const std::size_t prefix = view_.prefix();
-  const std::size_t used = view_.end(view_.size() - 1);
+void LeafEditor::erase(std::size_t place, std::size_t to) {
+  const std::size_t used = ends_.last();
   // The second entry becomes the first and takes the prefix over.
-  const bool keepsPrefix = i == 0 && view_.size() > 1;
-  const std::size_t from = i == 0 ? (keepsPrefix ? prefix : 0) : view_.end(i - 1);
-  const std::size_t to = view_.end(i);
+  const std::size_t from = place == 0 && to < used ? prefix_ : place;
   Byte* const data = page_.data() + index_at::kEntries;
   std::memmove(data + from, data + to, used - to);
-  std::vector<std::size_t> ends;
-  for (std::size_t e = 0; e < view_.size(); ++e) {
-    if (e != i) ends.push_back(e < i ? view_.end(e) : view_.end(e) - (to - from));
-  }
-  if (ends.size() < 2) putU16(page_, index_at::kPrefix, 0);
-  writeEnds(ends);
+  ends_.moveDown(place, to, to - from);
+  const std::size_t left = ends_.last();
+  if (left == 0 || ends_.previous(left - 1) == 0) putU16(page_, index_at::kPrefix, 0);
+  writeEnds();
 }
 
 bool LeafEditor::sharesPrefix(ByteView entry) const {
-  const std::size_t prefix = view_.size() == 0 ? 0 : view_.prefix();
-  return entry.size() >= prefix + kRowIdSize &&
-         std::memcmp(entry.data(), page_.data() + index_at::kEntries, prefix) == 0;
+  return entry.size() >= prefix_ + kRowIdSize &&
+         std::memcmp(entry.data(), page_.data() + index_at::kEntries, prefix_) == 0;
 }
 
-void LeafEditor::writeEnds(const std::vector<std::size_t>& ends) {
-  std::fill(page_.begin() + index_at::kEnds, page_.begin() + index_at::kEntries, Byte{0});
-  for (const std::size_t end : ends) page_[index_at::kEnds + end / 8] |= static_cast<Byte>(1u << (end % 8));
-  putU16(page_, index_at::kFree, kIndexCapacity - (ends.empty() ? 0 : ends.back()));
+void LeafEditor::writeEnds() {
+  ends_.write(page_);
+  putU16(page_, index_at::kFree, kIndexCapacity - ends_.last());
 }
 
 IndexPage IndexPage::read(ByteView bytes) {
@@ -142,10 +140,13 @@ IndexPage IndexPage::read(ByteView bytes) {
   page.previous = view.previous();
   page.next = view.next();
   page.tail = view.tail();
-  page.entries_.reserve(view.size() + 1);
-  for (std::size_t i = 0; i < view.size(); ++i) {
-    page.entries_.push_back(view.entry(i));
-    page.children_.push_back(view.isLeaf() ? 0 : view.child(i));
+  const std::size_t count = view.size();
+  page.entries_.reserve(count + 1);
+  page.children_.reserve(count + 1);
+  const EntryEnds& ends = view.ends();
+  for (std::size_t end = ends.next(0); end != 0; end = end < kIndexCapacity ? ends.next(end + 1) : 0) {
+    page.entries_.push_back(view.entryEndingAt(end));
+    page.children_.push_back(view.isLeaf() ? 0 : view.childEndingAt(end));
   }
   return page;
 }
@@ -186,6 +187,7 @@ std::size_t IndexPage::usedBytes(bool compressed) const {
 }
 
 void IndexPage::write(ByteSpan page, bool compressed) const {
+  require(fits(compressed), "the entries of an index page do not fit on it");
   const std::size_t prefix = compressed ? sharedPrefix() : 0;
   std::fill(page.begin(), page.begin() + index_at::kEntries, Byte{0});
   page[0] = static_cast<Byte>(type_);
@@ -209,6 +211,49 @@ void IndexPage::write(ByteSpan page, bool compressed) const {
     page[index_at::kEnds + at / 8] |= static_cast<Byte>(1u << (at % 8));
   }
   putU16(page, index_at::kFree, kIndexCapacity - at);
+}
+
+/// Where about half of the bytes are on either side.
+std::size_t IndexPage::middle() const {
+  const std::size_t half = usedBytes(false) / 2;
+  std::size_t at = 0;
+  for (std::size_t used = 0; at + 1 < entries_.size() && used < half; ++at) {
+    used += entries_[at].size() + (isLeaf() ? 0 : kChildSize);
+  }
+  return std::max<std::size_t>(at, 1);
+}
+
+std::size_t IndexPage::dividingPoint(std::size_t insertedAt) const {
+  const std::size_t last = entries_.size() - 1;
+  // Entries that arrive in order fill the pages: the last one starts a new page.
+  if (next == 0 && insertedAt == last) return last;
+  const std::size_t half = middle();
+  if (!isLeaf() || (insertedAt != 0 && insertedAt != last)) return half;
+  // One that does not share the prefix of all others may cost them all their room: it goes alone.
+  IndexPage left = *this;
+  const IndexPage right = left.splitOff(half);
+  if (left.fits(true) && right.fits(true)) return half;
+  return insertedAt == 0 ? 1 : last;
+}
+
+std::vector<IndexPage> IndexPage::divide(std::size_t insertedAt) {
+  std::vector<IndexPage> parts;
+  IndexPage right = splitOff(dividingPoint(insertedAt));
+  if (!fits(true)) parts = divide(middle());
+  parts.push_back(std::move(right));
+  if (!parts.back().fits(true)) {
+    std::vector<IndexPage> more = parts.back().divide(parts.back().middle());
+    std::move(more.begin(), more.end(), std::back_inserter(parts));
+  }
+  return parts;
+}
+
+Bytes IndexPage::giveLast() {
+  Bytes last = entries_.back();
+  if (isLeaf() || entries_.size() == 1) return last;
+  tail = children_.back();
+  erase(entries_.size() - 1);
+  return last;
 }
 
 IndexPage IndexPage::splitOff(std::size_t at) {

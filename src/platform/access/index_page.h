@@ -3,7 +3,7 @@
 #include <compare>
 #include <vector>
 
-#include "platform/access/format.h"
+#include "platform/access/entry_ends.h"
 
 namespace orva::access {
 
@@ -24,26 +24,35 @@ class IndexPageView {
   PageNumber tail() const { return u32At(page_, index_at::kTail); }
   std::size_t prefix() const { return prefix_; }
 
-  std::size_t size() const { return count_; }
+  std::size_t size() const { return ends_.count(); }
   /// The whole entry, with the shared prefix. On nodes without the child's number.
-  Bytes entry(std::size_t i) const;
-  void copyEntry(std::size_t i, Bytes& into) const;
-  /// Where the bytes of an entry end, counted from the first entry.
-  std::size_t end(std::size_t i) const { return ends_[i]; }
-  /// First entry that is not less than `wanted`.
-  std::size_t lowerBound(ByteView wanted) const;
+  /// On nodes without the child's number.
+  Bytes entry(std::size_t i) const { return entryEndingAt(ends_.at(i)); }
+  Bytes entryEndingAt(std::size_t end) const;
+  /// Where the bytes of entries end, counted from the first entry.
+  const EntryEnds& ends() const { return ends_; }
+  /// First entry that is not less than `wanted`: its number, and where it starts.
+  std::size_t lowerBound(ByteView wanted) const { return ends_.countUpTo(placeOf(wanted)); }
+  std::size_t placeOf(ByteView wanted) const;
+  /// End of the entry that starts at a place; 0 behind the last one.
+  std::size_t endOfEntryAt(std::size_t place) const { return place < kIndexCapacity ? ends_.next(place + 1) : 0; }
+  /// The child of a node that `wanted` leads to; 0 when it has none.
+  PageNumber childFor(ByteView wanted) const;
   /// Children of a node: those of the entries, then the tail.
-  std::size_t childCount() const { return count_ + (tail() != 0 ? 1 : 0); }
+  std::size_t childCount() const { return size() + (tail() != 0 ? 1 : 0); }
   PageNumber child(std::size_t i) const;
+  PageNumber childEndingAt(std::size_t end) const;
+
+  void copyEntryEndingAt(std::size_t end, Bytes& into) const;
 
  private:
-  ByteView stored(std::size_t i) const;
-  std::strong_ordering compare(std::size_t i, ByteView wanted) const;
+  /// The stored bytes of the entry that ends at an offset.
+  ByteView stored(std::size_t end) const;
+  std::strong_ordering compare(ByteView stored, bool isFirst, ByteView wanted) const;
 
   ByteView page_;
   std::size_t prefix_;
-  std::size_t count_ = 0;
-  std::uint16_t ends_[kIndexCapacity / 4];
+  EntryEnds ends_;
 };
 
 /// Changes one entry of a leaf in place, for as long as the page has room and
@@ -51,16 +60,18 @@ class IndexPageView {
 class LeafEditor {
  public:
   explicit LeafEditor(ByteSpan page);
-  /// False, with nothing changed, when the page has to be written anew.
-  bool insert(std::size_t i, ByteView entry);
-  void erase(std::size_t i);
+  /// `place` is where the entry behind the new one starts. False, with nothing changed, when the
+  /// page has to be written anew.
+  bool insert(std::size_t place, ByteView entry);
+  void erase(std::size_t place, std::size_t end);
 
  private:
   bool sharesPrefix(ByteView entry) const;
-  void writeEnds(const std::vector<std::size_t>& ends);
+  void writeEnds();
 
   ByteSpan page_;
-  IndexPageView view_;
+  std::size_t prefix_;
+  EntryEnds ends_;
 };
 
 /// One page of an index tree in a form that can be changed.
@@ -90,6 +101,12 @@ class IndexPage {
   void write(ByteSpan page, bool compressed) const;
   /// Moves the entries from `at` on to another page (and the tail with them).
   IndexPage splitOff(std::size_t at);
+  /// Divides a page that is too full into pages that have room; this one becomes the first of
+  /// them, and the others are returned. `insertedAt` is the entry that came in last.
+  std::vector<IndexPage> divide(std::size_t insertedAt);
+  /// The last entry, by which the parent of the left part of a divided page names it. It leaves
+  /// a node, whose tail its child becomes; an only one stays.
+  Bytes giveLast();
 
   PageNumber previous = 0;
   PageNumber next = 0;
@@ -97,6 +114,8 @@ class IndexPage {
 
  private:
   std::size_t sharedPrefix() const;
+  std::size_t middle() const;
+  std::size_t dividingPoint(std::size_t insertedAt) const;
 
   PageType type_;
   PageNumber table_;

@@ -29,7 +29,7 @@ IndexTree::Path IndexTree::descend(ByteView wanted) const {
   Path path;
   for (PageNumber page = root_;;) {
     const IndexPageView content = view(page);
-    const std::size_t position = content.lowerBound(wanted);
+    const std::size_t position = file_.at(page, [&] { return content.lowerBound(wanted); });
     if (content.isLeaf()) {
       path.push_back({page, position});
       return path;
@@ -51,34 +51,48 @@ PageNumber IndexTree::edgeLeaf(PageNumber from, bool rightmost) const {
   }
 }
 
+/// The leaf at the end of the path, for whoever need not know the path.
+PageNumber IndexTree::leafFor(ByteView wanted) const {
+  PageNumber page = root_;
+  for (std::size_t depth = 0;; ++depth) {
+    const IndexPageView content = view(page);
+    if (content.isLeaf()) return page;
+    if (depth >= kDeepest) file_.fail(page, "the pages of an index form a ring");
+    const PageNumber child = file_.at(page, [&] { return content.childFor(wanted); });
+    if (child == 0) file_.fail(page, "an index node has no children");
+    page = child;
+  }
+}
+
 IndexCursor IndexTree::lowerBound(ByteView wanted) const {
   IndexCursor cursor(*this);
-  const Step leaf = descend(wanted).back();
-  cursor.standOn(leaf.page, leaf.child);
+  const PageNumber leaf = leafFor(wanted);
+  cursor.standAt(leaf, file_.at(leaf, [&] { return view(leaf).placeOf(wanted); }));
   return cursor;
 }
 
 IndexCursor IndexTree::before(ByteView wanted) const {
   IndexCursor cursor(*this);
-  Step leaf = descend(wanted).back();
-  for (PageNumber steps = 0; leaf.child == 0; ++steps) {
-    const PageNumber previous = view(leaf.page).previous();
-    if (previous == 0 || steps > file_.pageCount()) return cursor;
-    leaf = {previous, view(previous).size()};
+  PageNumber leaf = leafFor(wanted);
+  std::size_t end = file_.at(leaf, [&] { return view(leaf).placeOf(wanted); });
+  for (PageNumber steps = 0; end == 0; ++steps) {
+    leaf = view(leaf).previous();
+    if (leaf == 0 || steps > file_.pageCount()) return cursor;
+    end = view(leaf).ends().last();
   }
-  cursor.standOn(leaf.page, leaf.child - 1);
+  cursor.standAt(leaf, view(leaf).ends().previous(end - 1));
   return cursor;
 }
 
 IndexCursor IndexTree::last() const {
   IndexCursor cursor(*this);
   const PageNumber leaf = edgeLeaf(root_, true);
-  const std::size_t size = view(leaf).size();
-  if (size > 0) cursor.standOn(leaf, size - 1);
+  const std::size_t end = view(leaf).ends().last();
+  if (end > 0) cursor.standAt(leaf, view(leaf).ends().previous(end - 1));
   return cursor;
 }
 
-void IndexCursor::standOn(PageNumber page, std::size_t position) {
+void IndexCursor::standAt(PageNumber page, std::size_t place) {
   valid_ = false;
   version_ = tree_->version_;
   for (PageNumber steps = 0; page != 0; ++steps) {
@@ -86,20 +100,20 @@ void IndexCursor::standOn(PageNumber page, std::size_t position) {
     if (!content.isLeaf() || steps > tree_->file_.pageCount()) {
       tree_->file_.fail(page, "the chain of index leaves is broken");
     }
-    if (position < content.size()) {
+    end_ = content.endOfEntryAt(place);
+    if (end_ != 0) {
       page_ = page;
-      position_ = position;
-      content.copyEntry(position, entry_);
+      tree_->file_.at(page, [&] { content.copyEntryEndingAt(end_, entry_); });
       valid_ = true;
       return;
     }
     page = content.next();
-    position = 0;
+    place = 0;
   }
 }
 
 void IndexCursor::next() {
-  if (version_ == tree_->version_) return standOn(page_, position_ + 1);
+  if (version_ == tree_->version_) return standAt(page_, end_);
   // The tree has changed: look for the first entry after the one left behind.
   Bytes after = entry_;
   after.push_back(0);
@@ -107,7 +121,11 @@ void IndexCursor::next() {
 }
 
 void IndexCursor::previous() {
-  if (version_ == tree_->version_ && position_ > 0) return standOn(page_, position_ - 1);
+  if (version_ == tree_->version_) {
+    const EntryEnds ends = tree_->view(page_).ends();
+    const std::size_t begin = ends.previous(end_ - 1);
+    if (begin > 0) return standAt(page_, ends.previous(begin - 1));
+  }
   const Bytes here = entry_;
   *this = tree_->before(here);
 }

@@ -35,12 +35,13 @@ class IndexCursor {
  private:
   friend class IndexTree;
   explicit IndexCursor(const IndexTree& tree) : tree_(&tree) {}
-  void standOn(PageNumber page, std::size_t position);
+  /// On the entry that starts at a place of a leaf, or the first one on the leaves behind it.
+  void standAt(PageNumber page, std::size_t place);
 
   const IndexTree* tree_;
   std::uint64_t version_ = 0;
   PageNumber page_ = 0;
-  std::size_t position_ = 0;
+  std::size_t end_ = 0;  ///< of the entry on its page
   Bytes entry_;
   bool valid_ = false;
 };
@@ -88,12 +89,14 @@ class IndexTree {
 
   IndexPageView view(PageNumber page) const;
   Path descend(ByteView wanted) const;
+  PageNumber leafFor(ByteView wanted) const;
   PageNumber edgeLeaf(PageNumber from, bool rightmost) const;
   PageNumber newPage();
   void dropPage(PageNumber page);
   void write(PageNumber page, const IndexPage& content);
   bool compresses(PageNumber page) const { return page != root_; }
 
+  bool appendToLeaf(PageNumber leaf, const Bytes& entry);
   void store(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
   void split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
   Path& deepen(Path& path, const IndexPage& root);

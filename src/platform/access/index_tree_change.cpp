@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "platform/access/index_tree.h"
 
@@ -42,22 +43,41 @@ void IndexTree::write(PageNumber page, const IndexPage& content) {
 bool IndexTree::insert(const IndexEntry& entry) {
   ++version_;
   const Bytes bytes = entry.bytes();
-  Path path = descend(bytes);
-  const Step leaf = path.back();
-  const IndexPageView content = view(leaf.page);
-  const bool isLast = leaf.child == content.size();
-  const auto same = [&](std::size_t i) { return i < content.size() && sameKey(content.entry(i), bytes); };
-  const bool isNewKey = !same(leaf.child) && (leaf.child == 0 || !same(leaf.child - 1));
-  if (!LeafEditor(file_.change(leaf.page)).insert(leaf.child, bytes)) {
-    IndexPage page = IndexPage::read(file_.page(leaf.page));
-    page.insert(leaf.child, bytes);
-    store(path, path.size() - 1, std::move(page), leaf.child);
+  const PageNumber leaf = leafFor(bytes);
+  const IndexPageView content = view(leaf);
+  const std::size_t place = file_.at(leaf, [&] { return content.placeOf(bytes); });
+  const bool isLast = place == content.ends().last();
+  const bool isNewKey = file_.at(leaf, [&] {
+    const auto same = [&](std::size_t end) { return end != 0 && sameKey(content.entryEndingAt(end), bytes); };
+    return !same(place) && !same(content.endOfEntryAt(place));
+  });
+  if (!LeafEditor(file_.change(leaf)).insert(place, bytes)) {
+    if (place == 0 && appendToLeaf(content.previous(), bytes)) return isNewKey;
+    Path path = descend(bytes);
+    const std::size_t position = path.back().child;
+    IndexPage page = IndexPage::read(file_.page(leaf));
+    page.insert(position, bytes);
+    store(path, path.size() - 1, std::move(page), position);
   }
-  if (isLast && path.size() > 1) {
+  if (isLast && leaf != root_) {
     const Path now = descend(bytes);
     raiseLast(now, now.size() - 1, bytes);
   }
   return isNewKey;
+}
+
+/// An entry between two leaves may stand in either: in the left one, when that has the room. Entries
+/// of one key that arrive in the order of their rows would otherwise each split the page behind them.
+bool IndexTree::appendToLeaf(PageNumber leaf, const Bytes& entry) {
+  if (leaf == 0) return false;
+  const IndexPageView content = view(leaf);
+  const std::size_t end = content.ends().last();
+  if (end == 0) return false;
+  const Bytes last = file_.at(leaf, [&] { return content.entryEndingAt(end); });
+  if (!LeafEditor(file_.change(leaf)).insert(end, entry)) return false;
+  const Path path = descend(last);
+  raiseLast(path, path.size() - 1, entry);
+  return true;
 }
 
 /// Writes a page of the path after an entry came in at `insertedAt`.
@@ -82,30 +102,26 @@ IndexTree::Path& IndexTree::deepen(Path& path, const IndexPage& root) {
   return path;
 }
 
+/// Divides a page among itself and new ones to its right, and tells the parent.
 void IndexTree::split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt) {
-  const PageNumber leftPage = path[depth].page;
-  const PageNumber rightPage = newPage();
-  // Entries that arrive in order fill the pages: the last one starts a new page.
-  const bool appending = page.next == 0 && insertedAt + 1 == page.size();
-  const std::size_t at = appending ? page.size() - 1 : page.size() / 2;
-  IndexPage right = page.splitOff(at);
-  const Bytes leftLast = page.entry(page.size() - 1);
-  if (!page.isLeaf()) {
-    // The last entry of the left node goes up; its child becomes the tail.
-    page.tail = page.child(page.size() - 1);
-    page.erase(page.size() - 1);
-  }
-  right.previous = leftPage;
-  right.next = page.next;
-  relink(page.next, rightPage, 0);
-  page.next = rightPage;
-  write(leftPage, page);
-  write(rightPage, right);
-
   Step& parentStep = path[depth - 1];
   IndexPage parent = IndexPage::read(file_.page(parentStep.page));
-  parent.setChild(parentStep.child, rightPage);
-  parent.insert(parentStep.child, leftLast, leftPage);
+  const PageNumber follower = page.next;
+  std::vector<IndexPage> parts = page.divide(insertedAt);
+  parts.insert(parts.begin(), std::move(page));
+  PageNumber place = path[depth].page;
+  PageNumber before = parts.front().previous;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const bool isLast = i + 1 == parts.size();
+    const PageNumber right = isLast ? follower : newPage();
+    parts[i].previous = before;
+    parts[i].next = right;
+    if (!isLast) parent.insert(parentStep.child + i, parts[i].giveLast(), place);
+    write(place, parts[i]);
+    if (isLast) parent.setChild(parentStep.child + i, place);
+    before = std::exchange(place, right);
+  }
+  relink(follower, before, 0);
   store(path, depth - 1, std::move(parent), parentStep.child);
 }
 
@@ -142,21 +158,29 @@ Bytes IndexTree::lastEntry(PageNumber page) const {
 
 bool IndexTree::erase(const IndexEntry& entry) {
   const Bytes bytes = entry.bytes();
-  Path path = descend(bytes);
-  const Step leaf = path.back();
-  const IndexPageView content = view(leaf.page);
-  if (leaf.child >= content.size() || content.entry(leaf.child) != bytes) return false;
+  const PageNumber leaf = leafFor(bytes);
+  const IndexPageView content = view(leaf);
+  const std::size_t place = file_.at(leaf, [&] { return content.placeOf(bytes); });
+  const std::size_t end = content.endOfEntryAt(place);
+  if (end == 0 || file_.at(leaf, [&] { return content.entryEndingAt(end); }) != bytes) return false;
   ++version_;
-  const bool wasLast = leaf.child + 1 == content.size();
-  const bool isEmpty = content.size() == 1;
-  LeafEditor(file_.change(leaf.page)).erase(leaf.child);
-  if (path.size() == 1) return true;
-  if (isEmpty) {
-    removePage(path, path.size() - 1);
-  } else {
-    if (wasLast) raiseLast(path, path.size() - 1, view(leaf.page).entry(leaf.child - 1));
-    mergeIfSmall(leaf.page);
+  const bool wasLast = end == content.ends().last();
+  if (leaf == root_) {
+    LeafEditor(file_.change(leaf)).erase(place, end);
+    return true;
   }
+  if (wasLast) {
+    Path path = descend(bytes);
+    LeafEditor(file_.change(leaf)).erase(place, end);
+    if (place == 0) {
+      removePage(path, path.size() - 1);
+      return true;
+    }
+    raiseLast(path, path.size() - 1, view(leaf).entryEndingAt(place));
+  } else {
+    LeafEditor(file_.change(leaf)).erase(place, end);
+  }
+  mergeIfSmall(leaf);
   return true;
 }
 
@@ -210,12 +234,14 @@ void IndexTree::flattenRoot() {
 /// Moves the entries of a small leaf to its right neighbour under the same parent.
 void IndexTree::mergeIfSmall(PageNumber leftPage) {
   const IndexPageView left = view(leftPage);
-  if (left.end(left.size() - 1) >= kSmallLeaf) return;
+  if (left.ends().last() >= kSmallLeaf) return;
   Path path = descend(left.entry(0));
   const Step step = path[path.size() - 2];
   const IndexPageView parent = view(step.page);
   if (step.child + 1 >= parent.childCount()) return;
   const PageNumber rightPage = parent.child(step.child + 1);
+  // Most neighbours are too full to take anything.
+  if (view(rightPage).ends().last() > kFullEnoughAfterMerge) return;
   IndexPage merged = IndexPage::read(file_.page(rightPage));
   for (std::size_t i = left.size(); i-- > 0;) merged.insert(0, left.entry(i));
   if (merged.usedBytes(false) > kFullEnoughAfterMerge) return;

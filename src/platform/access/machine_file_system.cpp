@@ -88,6 +88,19 @@ std::array<Byte, 64> lockRecord() {
   return record;
 }
 
+/// Where a file server passes the locks of its clients on, Access itself on another computer is noticed by the
+/// bytes that it locks in the lock file, and notices this program.
+bool lockBytes([[maybe_unused]] int descriptor) {
+#ifdef F_OFD_SETLK
+  struct ::flock whole {};
+  whole.l_type = F_WRLCK;
+  whole.l_whence = SEEK_SET;
+  return ::fcntl(descriptor, F_OFD_SETLK, &whole) == 0 || (errno != EAGAIN && errno != EACCES);
+#else
+  return true;
+#endif
+}
+
 class MachineLock final : public FileLock {
  public:
   MachineLock(std::string path, int descriptor) : path_(std::move(path)), descriptor_(descriptor) {}
@@ -116,8 +129,7 @@ class MachineFileSystem final : public FileSystem {
   std::unique_ptr<FileLock> lock(const std::string& path) override {
     const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
     if (descriptor < 0) fail(path, "be created");
-    auto lock = ::flock(descriptor, LOCK_EX | LOCK_NB);
-    if (lock != 0) {
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !lockBytes(descriptor)) {
       ::close(descriptor);
       return nullptr;
     }

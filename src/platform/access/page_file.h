@@ -103,7 +103,7 @@ class PageFile {
   std::vector<PageNumber> changed_;
   std::vector<PageNumber> unsaved_;
   std::vector<std::unique_ptr<Page>> spare_;
-  std::chrono::steady_clock::time_point lastSweep_ = {};
+  std::chrono::steady_clock::time_point lastSweep_ = std::chrono::steady_clock::now();
 };
 
 }  // namespace orva::access

@@ -27,7 +27,7 @@ class PageOwners {
     try {
       action();
     } catch (const AccessFileError& error) {
-      fault(table, error.page(), error.what());
+      fault(table, error.page(), textWithoutPlace(error));
     } catch (const Damage& damage) {
       fault(table, page, damage.what());
     }
@@ -36,6 +36,8 @@ class PageOwners {
   std::vector<StructureFault> takeFaults() { return std::move(faults_); }
 
  private:
+  std::string textWithoutPlace(const AccessFileError& error) const;
+
   enum class Claim : unsigned char { kNone, kOne, kMapPage };
 
   AccessDatabase& database_;

@@ -1,5 +1,7 @@
 #include "platform/access/row_pages.h"
 
+#include <algorithm>
+
 namespace orva::access {
 namespace {
 
@@ -33,16 +35,48 @@ PageNumber RowPages::pageFor(std::size_t rowSize) {
     if (DataPage(file_.page(*candidate)).freeSpace() < kWorthKeeping) room_.remove(*candidate);
   }
   nextCandidate_ = 0;
-  last_ = allocator_.allocate();
-  DataPageEditor::format(file_.change(last_), owner_);
-  owned_.add(last_, allocator_);
-  room_.add(last_, allocator_);
-  return last_;
+  return last_ = takePage(0);
+}
+
+PageNumber RowPages::takePage(PageNumber lowest) {
+  const PageNumber page = allocator_.allocate(lowest);
+  DataPageEditor::format(file_.change(page), owner_);
+  owned_.add(page, allocator_);
+  room_.add(page, allocator_);
+  return page;
+}
+
+/// The highest page with a row on it, or the lowest page of all; 0 when there is none.
+PageNumber RowPages::lastPageInUse() const {
+  PageNumber lowest = 0;
+  for (auto page = owned_.previous(kMaximumPages); page; page = owned_.previous(*page - 1)) {
+    lowest = *page;
+    const bool inUse = file_.at(*page, [&] { return DataPage(file_.page(*page)).liveRows() > 0; });
+    if (inUse || *page == 0) break;
+  }
+  return lowest;
+}
+
+PageNumber RowPages::pageAtEnd(std::size_t rowSize) {
+  if (end_ == 0) end_ = lastPageInUse();
+  if (end_ == 0) return end_ = takePage(0);
+  if (takes(end_, rowSize)) return end_;
+  // What stands behind it is empty.
+  for (auto page = owned_.next(end_ + 1); page; page = owned_.next(*page + 1)) {
+    if (takes(*page, rowSize)) return end_ = *page;
+  }
+  return end_ = takePage(end_ + 1);
 }
 
 SlotAddress RowPages::add(ByteView row, std::uint16_t flags) {
   const PageNumber page = pageFor(row.size());
+  if (end_ != 0) end_ = std::max(end_, page);
   return {page, DataPageEditor(file_.change(page)).insert(row, flags)};
+}
+
+SlotAddress RowPages::append(ByteView row) {
+  const PageNumber page = pageAtEnd(row.size());
+  return {page, DataPageEditor(file_.change(page)).insert(row)};
 }
 
 void RowPages::remove(SlotAddress address) {
@@ -57,6 +91,7 @@ void RowPages::removeAndFree(SlotAddress address) {
   room_.remove(address.page);
   allocator_.free(address.page);
   if (last_ == address.page) last_ = 0;
+  if (end_ == address.page) end_ = 0;
 }
 
 void RowPages::freeAll() {
@@ -66,6 +101,7 @@ void RowPages::freeAll() {
     allocator_.free(*page);
   }
   last_ = 0;
+  end_ = 0;
 }
 
 }  // namespace orva::access

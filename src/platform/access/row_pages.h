@@ -15,6 +15,9 @@ class RowPages {
   const UsageMap& owned() const { return owned_; }
   /// Writes a row on a page with room, or on a new page.
   SlotAddress add(ByteView row, std::uint16_t flags = 0);
+  /// Writes a row behind all others: its address is the highest, so that a scan
+  /// meets rows in the order in which they were added.
+  SlotAddress append(ByteView row);
   /// Removes a row that nothing refers to any more.
   void remove(SlotAddress address);
   /// The same, and gives the page back when it was the last live row on it.
@@ -23,6 +26,9 @@ class RowPages {
 
  private:
   PageNumber pageFor(std::size_t rowSize);
+  PageNumber pageAtEnd(std::size_t rowSize);
+  PageNumber lastPageInUse() const;
+  PageNumber takePage(PageNumber lowest);
   bool takes(PageNumber page, std::size_t rowSize);
 
   PageFile& file_;
@@ -31,6 +37,7 @@ class RowPages {
   UsageMap owned_;
   UsageMap room_;
   PageNumber last_ = 0;
+  PageNumber end_ = 0;  ///< no row lies behind this page; 0: not known
   PageNumber nextCandidate_ = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/access/row_reader.h"
 
+#include <algorithm>
+
 #include "platform/access/text_cell.h"
 
 namespace orva::access {
@@ -9,20 +11,20 @@ constexpr int kLongestPointerChain = 16;
 
 }  // namespace
 
-SlotAddress RowReader::resolve(RowId row) const {
+RowReader::Place RowReader::locate(RowId row) const {
   SlotAddress at = addressOf(row);
   for (int i = 0; i < kLongestPointerChain; ++i) {
-    const auto target = file_.at(at.page, [&]() -> std::optional<SlotAddress> {
+    const auto place = file_.at(at.page, [&]() -> std::optional<Place> {
       const DataPage page(file_.page(at.page));
       require(page.owner() == definition_.page, "a row pointer leads to the page of another table");
       const Slot slot = page.slot(at.row);
       require(!slot.isDeleted(), "a pointer leads to a deleted row");
-      if (!slot.isPointer()) return std::nullopt;
+      if (!slot.isPointer()) return Place{at, page.bytes(slot)};
       require(slot.size() >= kMinimumRow, "the pointer to a moved row is too short");
-      return slotAddressAt(page.bytes(slot), 0);
+      at = slotAddressAt(page.bytes(slot), 0);
+      return std::nullopt;
     });
-    if (!target) return at;
-    at = *target;
+    if (place) return *place;
   }
   file_.fail(at.page, "the pointers to a moved row form a ring");
 }
@@ -38,67 +40,93 @@ bool RowReader::exists(RowId row) const {
   });
 }
 
-ByteView RowReader::bytes(RowId row) const {
-  const SlotAddress at = resolve(row);
-  return file_.at(at.page, [&] { return DataPage(file_.page(at.page)).row(at.row); });
-}
-
 Cell RowReader::decode(const Column& column, const StoredRow& stored) const {
   const auto bytes = stored.bytes(column);
   if (column.type == ColumnType::kBoolean) return bytes.has_value();
   if (!bytes) return {};
   if (!isLongValue(column.type)) return decodeCell(column, *bytes);
   Bytes value = longValues_.read(*bytes);
-  if (column.type == ColumnType::kMemo) return toUtf8(decodeText(value));
+  if (column.type == ColumnType::kMemo) return textOf(value);
   return value;
 }
 
 Cell RowReader::cell(RowId row, std::size_t column) const {
-  const SlotAddress at = resolve(row);
-  return file_.at(at.page, [&] {
-    return decode(definition_.columns[column], StoredRow(DataPage(file_.page(at.page)).row(at.row), definition_));
-  });
+  const Place place = locate(row);
+  return file_.at(place.address.page,
+                  [&] { return decode(definition_.columns[column], StoredRow(place.bytes, definition_)); });
 }
 
-Row RowReader::row(RowId row, bool withLongValues) const {
-  const SlotAddress at = resolve(row);
-  return file_.at(at.page, [&] {
-    const StoredRow stored(DataPage(file_.page(at.page)).row(at.row), definition_);
-    Row cells;
-    cells.reserve(definition_.columns.size());
-    for (const Column& column : definition_.columns) {
-      cells.push_back(withLongValues || !isLongValue(column.type) ? decode(column, stored) : Cell());
+Row RowReader::row(RowId row, const std::vector<bool>* wanted) const {
+  const Place place = locate(row);
+  return file_.at(place.address.page, [&] {
+    const StoredRow stored(place.bytes, definition_);
+    Row cells(definition_.columns.size());
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      if (!wanted || (*wanted)[i]) cells[i] = decode(definition_.columns[i], stored);
     }
     return cells;
   });
 }
 
 StoredCells RowReader::storedCells(RowId row) const {
-  const SlotAddress at = resolve(row);
-  return file_.at(at.page, [&] {
-    const StoredRow stored(DataPage(file_.page(at.page)).row(at.row), definition_);
-    StoredCells cells;
-    cells.reserve(definition_.columns.size());
-    for (const Column& column : definition_.columns) {
-      const auto bytes = stored.bytes(column);
-      cells.push_back(bytes ? std::optional<Bytes>(Bytes(bytes->begin(), bytes->end())) : std::nullopt);
+  const Place place = locate(row);
+  return file_.at(place.address.page, [&] {
+    const StoredRow stored(place.bytes, definition_);
+    StoredCells cells(definition_.columns.size());
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      const auto bytes = stored.bytes(definition_.columns[i]);
+      if (bytes) cells[i].emplace(bytes->begin(), bytes->end());
     }
     return cells;
   });
 }
 
+std::size_t RowScan::slotsOf(PageNumber number) const {
+  if (number >= file_.pageCount()) return 0;
+  const Page& bytes = file_.page(number);
+  if (bytes[0] != static_cast<Byte>(PageType::kData)) return 0;
+  const DataPage page(bytes);
+  return page.owner() == definition_.page ? std::min(page.slotCount(), kMaximumSlots) : 0;
+}
+
 bool RowScan::nextOnPage() {
   return file_.at(page_, [&] {
-    const Page& bytes = file_.page(page_);
-    // The page may have been given back since the scan came here.
-    if (bytes[0] != static_cast<Byte>(PageType::kData)) return false;
-    const DataPage page(bytes);
-    if (page.owner() != definition_.page) return false;
-    for (; slot_ < page.slotCount() && slot_ <= kMaximumSlots; ++slot_) {
-      if (page.slot(slot_).isFirst()) return true;
+    const std::size_t slots = slotsOf(page_);
+    for (; slot_ < slots; ++slot_) {
+      if (DataPage(file_.page(page_)).slot(slot_).isFirst()) return true;
     }
     return false;
   });
+}
+
+bool RowScan::previousOnPage() {
+  return file_.at(page_, [&] {
+    for (slot_ = std::min(slot_, slotsOf(page_)); slot_ > 0;) {
+      --slot_;
+      if (DataPage(file_.page(page_)).slot(slot_).isFirst()) return true;
+    }
+    return false;
+  });
+}
+
+void RowScan::standOn(RowId row) {
+  const SlotAddress at = addressOf(row);
+  page_ = at.page;
+  slot_ = at.row;
+  started_ = true;
+}
+
+bool RowScan::previous() {
+  if (started_ && previousOnPage()) return true;
+  for (;;) {
+    if (started_ && page_ == 0) return false;
+    const auto page = owned_.previous(started_ ? page_ - 1 : kMaximumPages);
+    if (!page) return false;
+    started_ = true;
+    page_ = *page;
+    slot_ = kMaximumSlots;
+    if (previousOnPage()) return true;
+  }
 }
 
 bool RowScan::next() {

@@ -14,17 +14,22 @@ class RowReader {
       : file_(file), definition_(definition), longValues_(longValues) {}
 
   /// Where the row's bytes are: the first slot, or the one that pointers lead to.
-  SlotAddress resolve(RowId row) const;
+  SlotAddress resolve(RowId row) const { return locate(row).address; }
   /// True when a live row of this table has the identity.
   bool exists(RowId row) const;
-  ByteView bytes(RowId row) const;
+  ByteView bytes(RowId row) const { return locate(row).bytes; }
   Cell cell(RowId row, std::size_t column) const;
-  /// All columns; `withLongValues` false leaves memos and OLE objects out (null).
-  Row row(RowId row, bool withLongValues = true) const;
+  /// All columns, or those that are `wanted`; the others are left null.
+  Row row(RowId row, const std::vector<bool>* wanted = nullptr) const;
   /// The stored parts of all columns.
   StoredCells storedCells(RowId row) const;
 
  private:
+  struct Place {
+    SlotAddress address;
+    ByteView bytes;
+  };
+  Place locate(RowId row) const;
   Cell decode(const Column& column, const StoredRow& stored) const;
 
   PageFile& file_;
@@ -41,10 +46,17 @@ class RowScan {
 
   /// Moves to the first or next row; false at the end.
   bool next();
+  /// Moves to the last or previous row; false at the end.
+  bool previous();
+  /// Makes as if the scan stood on this row, whether it exists or not.
+  void standOn(RowId row);
   RowId row() const { return rowIdOf({page_, static_cast<Byte>(slot_)}); }
 
  private:
   bool nextOnPage();
+  bool previousOnPage();
+  /// Row slots of the page; none when it has been given back since the scan came here.
+  std::size_t slotsOf(PageNumber page) const;
 
   PageFile& file_;
   const TableDefinition& definition_;

@@ -15,11 +15,22 @@ void checkTable(AccessDatabase& database, Table& table, PageOwners& owners) {
   owners.guard(table.name(), definition.page, [&] { checkIndexes(database, table, owners); });
 }
 
+/// A folder in which no lock file can be made, such as one on a disc, has no writers either.
+std::unique_ptr<FileLock> lockIfPossible(FileSystem& files, const std::string& path) {
+  try {
+    return AccessDatabase::lock(files, path);
+  } catch (const AccessFileError&) {
+    return std::make_unique<FileLock>();
+  }
+}
+
 }  // namespace
 
 std::string StructureFault::toText() const {
+  const bool hasPage = page != AccessFileError::kNoPage;
+  if (table.empty() && !hasPage) return text;
   std::string place = table.empty() ? "File" : "Table '" + table + "'";
-  if (page != AccessFileError::kNoPage) place += ", page " + std::to_string(page);
+  if (hasPage) place += ", page " + std::to_string(page);
   return place + ": " + text;
 }
 
@@ -40,6 +51,13 @@ void PageOwners::fault(const std::string& table, PageNumber page, std::string te
 
 void PageOwners::note(const std::string& table, PageNumber page, std::string text) {
   if (faults_.size() < kMostFaults) faults_.push_back({table, page, std::move(text), true});
+}
+
+/// The place stands in front of every fault already.
+std::string PageOwners::textWithoutPlace(const AccessFileError& error) const {
+  const std::string text = error.what();
+  const std::string place = database_.path() + ", page " + std::to_string(error.page()) + ": ";
+  return text.starts_with(place) ? text.substr(place.size()) : text;
 }
 
 void PageOwners::claim(const std::string& table, PageNumber page, const char* part) {
@@ -92,12 +110,16 @@ bool isSound(const std::vector<StructureFault>& faults) {
   return std::all_of(faults.begin(), faults.end(), [](const StructureFault& fault) { return fault.isHarmless; });
 }
 
-std::vector<StructureFault> checkFile(const std::string& path, const std::string& password) {
+std::vector<StructureFault> checkFile(const std::string& path) {
+  FileSystem& files = machineFileSystem();
   try {
-    const auto database = AccessDatabase::open(path, {.password = password, .forWriting = false});
+    if (!files.exists(path)) return {{.text = "The file " + path + " does not exist."}};
+    const auto lock = lockIfPossible(files, path);
+    if (!lock) return {{.text = "The file " + path + " is in use by another program. Close it there and try again."}};
+    const auto database = AccessDatabase::open(path, {.forWriting = false, .asksPassword = false});
     return checkStructure(*database);
   } catch (const AccessFileError& error) {
-    return {{{}, error.page(), error.what()}};
+    return {{.text = error.what()}};
   }
 }
 

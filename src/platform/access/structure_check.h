@@ -30,7 +30,8 @@ std::vector<StructureFault> checkStructure(AccessDatabase& database);
 /// True when no fault matters.
 bool isSound(const std::vector<StructureFault>& faults);
 
-/// The same for a file that is not open yet; a file that cannot be opened is one fault.
-std::vector<StructureFault> checkFile(const std::string& path, const std::string& password);
+/// The same for a file of this machine that is not open yet, whatever its password.
+/// A file that is missing, in use or no Access database is one fault.
+std::vector<StructureFault> checkFile(const std::string& path);
 
 }  // namespace orva::access

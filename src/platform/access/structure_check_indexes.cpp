@@ -47,8 +47,8 @@ class TreeCheck {
     } else {
       if (content.childCount() == 0) fault(page, "a node has no children");
       for (std::size_t i = 0; i < content.childCount(); ++i) {
-        const Bytes entry = i < content.size() ? content.entry(i) : Bytes();
-        last = walk(content.child(i), depth + 1, entry);
+        const Bytes entry = file_.at(page, [&] { return i < content.size() ? content.entry(i) : Bytes(); });
+        last = walk(file_.at(page, [&] { return content.child(i); }), depth + 1, entry);
       }
     }
     if (!upper.empty() && upper != last) fault(page, "the parent names another last entry than the page has");
@@ -57,8 +57,8 @@ class TreeCheck {
 
   void checkHead(PageNumber page, const IndexPageView& content) {
     if (content.table() != table_.definition().page) fault(page, "the page belongs to another table");
-    const std::size_t used = content.size() == 0 ? 0 : content.end(content.size() - 1);
-    if (u16At(file_.page(page), index_at::kFree) + used != kIndexCapacity) fault(page, "the free space is wrong");
+    if (u16At(file_.page(page), index_at::kFree) + content.ends().last() != kIndexCapacity)
+      fault(page, "the free space is wrong");
   }
 
   Bytes checkLeaf(PageNumber page, const IndexPageView& content) {
@@ -69,7 +69,7 @@ class TreeCheck {
     previousLeaf_ = page;
     if (content.size() == 0 && page != tree_.root()) fault(page, "a leaf is empty");
     for (std::size_t i = 0; i < content.size(); ++i) {
-      Bytes entry = content.entry(i);
+      Bytes entry = file_.at(page, [&] { return content.entry(i); });
       if (!lastEntry_.empty() && compareEntries(lastEntry_, entry) >= 0) fault(page, "the entries are not in order");
       checkKey(page, IndexEntry::of(entry));
       lastEntry_ = std::move(entry);

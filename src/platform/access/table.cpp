@@ -17,6 +17,7 @@ Table::Table(PageFile& file, PageAllocator& allocator, TableLookup& tables, std:
 
 void Table::reload() {
   definition_ = readTableDefinition(file_, definition_.page);
+  rules_.clear();
   pages_ = std::make_unique<RowPages>(file_, allocator_, definition_.page, definition_.ownedMap, definition_.roomMap);
   longValues_.forgetPages();
   // Cursors point to trees: one that is still the same tree stays.
@@ -132,14 +133,11 @@ bool Table::uses(const RealIndex& index, const std::vector<Change>& changes) con
 }
 
 Row Table::keyRow(RowId id) const {
-  Row row = reader_.row(id, false);
+  std::vector<bool> wanted(definition_.columns.size(), false);
   for (const RealIndex& index : definition_.realIndexes) {
-    for (const IndexColumn& part : index.columns) {
-      const std::size_t column = definition_.columnOfNumber(part.number).value();
-      if (isLongValue(definition_.columns[column].type)) row[column] = reader_.cell(id, column);
-    }
+    for (const IndexColumn& part : index.columns) wanted[definition_.columnOfNumber(part.number).value()] = true;
   }
-  return row;
+  return reader_.row(id, &wanted);
 }
 
 }  // namespace orva::access

@@ -24,6 +24,20 @@ class TableLookup {
   virtual Table& tableAt(PageNumber definition) = 0;
 };
 
+struct Change;
+
+/// Is told of every change of a row, those of cascades included: of the row as it
+/// still is, and as it has become. `changes` is null for a row that goes or comes.
+class RowObserver {
+ public:
+  RowObserver() = default;
+  RowObserver(const RowObserver&) = delete;
+  RowObserver& operator=(const RowObserver&) = delete;
+  virtual ~RowObserver() = default;
+  virtual void rowChanging(const Table& table, RowId row, const std::vector<Change>* changes) = 0;
+  virtual void rowChanged(const Table& table, RowId row, const std::vector<Change>* changes) = 0;
+};
+
 /// A new value of one column, by its position in the definition.
 struct Change {
   std::size_t column = 0;
@@ -41,14 +55,24 @@ class Table {
 
   const std::string& name() const { return name_; }
   const TableDefinition& definition() const { return definition_; }
-  TableDefinition& editDefinition() { return definition_; }
+  TableDefinition& editDefinition() {
+    rules_.clear();
+    return definition_;
+  }
   const TableProperties& properties() const { return properties_; }
-  void setProperties(TableProperties properties) { properties_ = std::move(properties); }
+  void setProperties(TableProperties properties) {
+    properties_ = std::move(properties);
+    rules_.clear();
+  }
+  void setObserver(RowObserver* observer) { observer_ = observer; }
   /// Reads the definition again, after a rollback or a change of structure.
   void reload();
 
+  /// The rows in ascending order of their identity.
   RowScan scan() const { return RowScan(file_, definition_, pages_->owned()); }
   const RowReader& rows() const { return reader_; }
+  /// Between two rows of a long walk: keeps the memory of read pages small.
+  void letGoOfPages() const { file_.trim(); }
   /// The tree of a real index, by its position in the definition.
   const IndexTree& tree(std::size_t realIndex) const { return *trees_[realIndex]; }
   IndexTree& editTree(std::size_t realIndex) { return *trees_[realIndex]; }
@@ -76,9 +100,15 @@ class Table {
     std::optional<IndexEntry> after;
   };
 
+  /// What the properties say about a column.
+  struct Rules {
+    bool isRequired = false;
+    bool allowsZeroLength = true;
+  };
+
   void requireKnownTypes() const;
   void giveAutoNumbers(Row& row);
-  void checkRules(const Column& column, const Cell& cell) const;
+  void checkRules(std::size_t column, const Cell& cell);
   /// What a row with these cells writes into an index; nothing when it has no entry there.
   std::optional<Bytes> keyFor(const RealIndex& real, const Row& row) const;
   void checkUnique(std::size_t index, const Row& row, const Bytes& key, std::optional<RowId> except) const;
@@ -106,11 +136,13 @@ class Table {
   std::string name_;
   TableDefinition definition_;
   TableProperties properties_;
+  std::vector<Rules> rules_;  ///< one a column; empty until they are needed
   LongValues longValues_;
   RowReader reader_;
   std::unique_ptr<RowPages> pages_;
   std::vector<std::unique_ptr<IndexTree>> trees_;
   std::vector<RowId> removing_;
+  RowObserver* observer_ = nullptr;
 };
 
 /// How many different keys stand in sorted entries.

@@ -32,17 +32,20 @@ void Table::giveAutoNumbers(Row& row) {
   }
 }
 
-void Table::checkRules(const Column& column, const Cell& cell) const {
-  if (isNull(cell)) {
-    if (!properties_.isRequired(column.name)) return;
-    throw AccessFileError(provider_number::kIntegrity,
-                          "Table '" + name_ + "': the column '" + column.name + "' must have a value.");
+void Table::checkRules(std::size_t column, const Cell& cell) {
+  if (rules_.size() != definition_.columns.size()) {
+    rules_.clear();
+    for (const Column& each : definition_.columns) {
+      rules_.push_back({properties_.isRequired(each.name), properties_.allowsZeroLength(each.name)});
+    }
   }
   const auto* text = std::get_if<std::string>(&cell);
-  if (text && text->empty() && !properties_.allowsZeroLength(column.name)) {
-    throw AccessFileError(provider_number::kIntegrity,
-                          "Table '" + name_ + "': the column '" + column.name + "' cannot hold an empty text.");
-  }
+  const bool isMissing = isNull(cell) && rules_[column].isRequired;
+  const bool isEmptyText = text && text->empty() && !rules_[column].allowsZeroLength;
+  if (!isMissing && !isEmptyText) return;
+  throw AccessFileError(provider_number::kIntegrity,
+                        "Table '" + name_ + "': the column '" + definition_.columns[column].name +
+                            (isMissing ? "' must have a value." : "' cannot hold an empty text."));
 }
 
 RowId Table::insert(Row row) {
@@ -51,7 +54,7 @@ RowId Table::insert(Row row) {
   giveAutoNumbers(row);
   for (std::size_t i = 0; i < row.size(); ++i) {
     row[i] = convertFor(definition_.columns[i], std::move(row[i]));
-    if (!properties_.isEmpty()) checkRules(definition_.columns[i], row[i]);
+    checkRules(i, row[i]);
   }
   std::vector<std::optional<Bytes>> keys;
   for (std::size_t i = 0; i < trees_.size(); ++i) {
@@ -61,12 +64,13 @@ RowId Table::insert(Row row) {
   checkParents(row, nullptr);
   const std::vector<bool> all(row.size(), true);
   const StoredCells cells = storeCells(row, StoredCells(row.size()), all);
-  const RowId id = rowIdOf(pages_->add(encodeRow(definition_, cells)));
+  const RowId id = rowIdOf(pages_->append(encodeRow(definition_, cells)));
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     if (keys[i] && trees_[i]->insert({*keys[i], id})) ++definition_.realIndexes[i].distinctKeys;
   }
   ++definition_.rowCount;
   writeTableCounts(file_, definition_);
+  if (observer_) observer_->rowChanged(*this, id, nullptr);
   return id;
 }
 
@@ -156,17 +160,19 @@ void Table::update(RowId id, const std::vector<Change>& changes) {
   for (const Change& change : changes) {
     const Column& column = definition_.columns[change.column];
     after[change.column] = convertFor(column, change.value);
-    checkRules(column, after[change.column]);
+    checkRules(change.column, after[change.column]);
     changed[change.column] = true;
   }
   const auto keys = keyChanges(id, before, after, changes);
   checkParents(after, &changes);
   checkChildrenBeforeUpdate(before, after);
+  if (observer_) observer_->rowChanging(*this, id, &changes);
   const StoredCells old = reader_.storedCells(id);
   const StoredCells cells = storeCells(after, old, changed);
   removeLongValues(old, changed);
   storeRow(id, encodeRow(definition_, cells));
   applyKeys(id, before, keys);
+  if (observer_) observer_->rowChanged(*this, id, &changes);
   cascadeUpdate(before, after);
 }
 
@@ -194,10 +200,10 @@ void Table::removeSlots(RowId id) {
   const SlotAddress last = reader_.resolve(id);
   while (!(at == last)) {
     const SlotAddress next = slotAddressAt(DataPage(file_.page(at.page)).row(at.row), 0);
-    pages_->remove(at);
+    pages_->removeAndFree(at);
     at = next;
   }
-  pages_->remove(last);
+  pages_->removeAndFree(last);
 }
 
 void Table::remove(RowId id) {
@@ -212,6 +218,7 @@ void Table::remove(RowId id) {
     }
   }
   releaseChildren(id, row);
+  if (observer_) observer_->rowChanging(*this, id, nullptr);
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     const RealIndex& index = definition_.realIndexes[i];
     if (!(index.ignoresNulls() && allNull(definition_, index, row))) eraseKey(i, row, id);

@@ -120,7 +120,13 @@ void Table::cascadeUpdate(const Row& before, const Row& after) {
 }
 
 void Table::releaseChildren(RowId id, const Row& row) {
+  // A row that is on its way out counts no more as a child of itself, whatever happens.
+  struct Leaving {
+    std::vector<RowId>& rows;
+    ~Leaving() { rows.pop_back(); }
+  };
   removing_.push_back(id);
+  const Leaving leaving{removing_};
   for (const LogicalIndex& own : std::vector<LogicalIndex>(definition_.logicalIndexes)) {
     const auto child = otherSideOf(tables_, own, RelationshipSide::kParent);
     if (!child) continue;
@@ -135,12 +141,10 @@ void Table::releaseChildren(RowId id, const Row& row) {
       } else if (own.cascadeDeletes == kSetNull) {
         child->table.update(childRow, changesOf(*child, std::vector<Cell>(values.size())));
       } else {
-        removing_.pop_back();
         refuseParentChange(name_, child->table.name());
       }
     }
   }
-  removing_.pop_back();
 }
 
 }  // namespace orva::access

@@ -115,6 +115,27 @@ std::u16string decodeText(ByteView cell) {
   return text;
 }
 
+std::string textOf(ByteView cell) {
+  const bool isCompressed = cell.size() >= 2 && cell[0] == kCompressedMark[0] && cell[1] == kCompressedMark[1];
+  const auto begin = cell.begin() + 2 * isCompressed;
+  const bool isPlain =
+      isCompressed && std::all_of(begin, cell.end(), [](Byte byte) { return byte != 0 && byte < 0x80; });
+  return isPlain ? std::string(begin, cell.end()) : toUtf8(decodeText(cell));
+}
+
+Bytes encodeText(std::string_view text, bool mayCompress) {
+  const bool isPlain =
+      mayCompress && text.size() >= kShortestCompressed && std::all_of(text.begin(), text.end(), [](char c) {
+        const auto byte = static_cast<Byte>(c);
+        return byte != 0 && byte < 0x80;
+      });
+  if (!isPlain) return encodeText(toUtf16(text), mayCompress);
+  Bytes cell(text.size() + 2);
+  std::copy(std::begin(kCompressedMark), std::end(kCompressedMark), cell.begin());
+  std::copy(text.begin(), text.end(), cell.begin() + 2);
+  return cell;
+}
+
 Bytes encodeText(std::u16string_view text, bool mayCompress) {
   // Two-byte text must not start with the mark of the compressed form.
   while (text.starts_with(kByteOrderMark)) text.remove_prefix(1);

@@ -54,7 +54,11 @@ const Weight& weightOf(char16_t c) {
 /// The three parts of a key, collected character by character.
 class TextKeyParts {
  public:
-  explicit TextKeyParts(DoubleLetters letters) : letters_(letters) {}
+  TextKeyParts(DoubleLetters letters, std::size_t length) : letters_(letters) {
+    // Two bytes a character, and what closes the key.
+    weights_.reserve(2 * length + 8);
+    accents_.reserve(length + 8);
+  }
 
   bool add(char16_t c) {
     const Weight& weight = weightOf(c);
@@ -122,7 +126,7 @@ class TextKeyParts {
 std::optional<Bytes> textKey(std::u16string_view text, bool descending, DoubleLetters letters) {
   text = text.substr(0, kMaximumText);
   while (text.ends_with(u' ')) text.remove_suffix(1);
-  TextKeyParts parts(letters);
+  TextKeyParts parts(letters, text.size());
   for (const char16_t c : text) {
     if (!parts.add(c)) return std::nullopt;
   }
@@ -134,7 +138,7 @@ std::optional<Bytes> textKey(std::u16string_view text, bool descending, DoubleLe
 }
 
 std::optional<Bytes> textKeyPrefix(std::u16string_view text) {
-  TextKeyParts parts(DoubleLetters::kTwoPlaces);
+  TextKeyParts parts(DoubleLetters::kTwoPlaces, std::min(text.size(), kMaximumText));
   for (const char16_t c : text.substr(0, kMaximumText)) {
     if (!parts.add(c)) return std::nullopt;
   }

@@ -193,24 +193,24 @@ bool PageAllocator::isFree(PageNumber page) const {
   return window ? freeMap_.contains(page) : freeMap_.isInline();
 }
 
-PageNumber PageAllocator::allocate() {
-  const auto found = freeMap_.next(lowestFree_);
-  if (!found || *found >= file_.pageCount()) return extend();
-  lowestFree_ = *found + 1;
-  freeMap_.remove(*found);
-  Page& page = file_.change(*found);
-  page.fill(0);
-  return *found;
+PageNumber PageAllocator::allocate(PageNumber lowest) {
+  const auto found = freeMap_.next(std::max(lowest, lowestFree_));
+  const bool isNew = !found || *found >= file_.pageCount();
+  const PageNumber page = isNew ? extend() : *found;
+  if (lowest <= lowestFree_) lowestFree_ = page + 1;
+  freeMap_.remove(page);
+  file_.change(page).fill(0);
+  return page;
 }
 
+/// A new page at the end of the file, still marked as free.
 PageNumber PageAllocator::extend() {
-  const PageNumber page = file_.append();
-  lowestFree_ = page + 1;
-  coverNewPage(page);
-  // Covering may have taken the new page for the map's own bits.
-  if (!freeMap_.contains(page)) return allocate();
-  freeMap_.remove(page);
-  return page;
+  for (;;) {
+    const PageNumber page = file_.append();
+    coverNewPage(page);
+    // Covering may have taken the new page for the map's own bits.
+    if (freeMap_.contains(page)) return page;
+  }
 }
 
 /// Makes sure that the map has a bit for a page just added to the file.

@@ -64,8 +64,8 @@ class PageAllocator {
  public:
   PageAllocator(PageFile& file, SlotAddress freeMap) : file_(file), freeMap_(file, freeMap) {}
 
-  /// A page of zeros that belongs to nobody: the lowest free one, or a new one at the end.
-  PageNumber allocate();
+  /// A page of zeros that belongs to nobody, not below `lowest`: the first free one, or a new one at the end.
+  PageNumber allocate(PageNumber lowest = 0);
   void free(PageNumber page);
   bool isFree(PageNumber page) const;
   /// The pages that hold the global map's bits.

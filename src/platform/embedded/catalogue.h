@@ -30,6 +30,9 @@ struct IndexDef {
   std::vector<std::string> columns;
   bool unique = false;
   bool primary = false;
+  /// False for an index whose texts stand in another order than the engine's: it
+  /// finds equal texts and those with one beginning, but sorts none.
+  bool keepsTextOrder = true;
 };
 
 /// Layout of one table. Names are found without regard to case.

@@ -7,13 +7,19 @@
 
 namespace orva {
 
+/// What a new company database of the embedded engine is kept in. A file that
+/// exists is opened by its content, whichever it is.
+enum class CompanyFileKind { kAccess, kSqlite };
+
 /// The embedded engine behind a provider clause. In the Access dialect "Data
 /// Source" is the path of the database file and "Jet OLEDB:Database Password" its
 /// password. In the SQL Server dialect "Initial Catalog" names the file
 /// CATALOG.mdb in the catalog folder, and there is no password.
 class EmbeddedAdapter : public DatabaseAdapter {
  public:
-  explicit EmbeddedAdapter(SqlDialect dialect, std::string catalogFolder = {});
+  /// Databases of the SQL Server dialect are always SQLite files.
+  explicit EmbeddedAdapter(SqlDialect dialect, std::string catalogFolder = {},
+                           CompanyFileKind newFiles = CompanyFileKind::kAccess);
 
   std::unique_ptr<Connection> connect(const ConnectionClauses& clauses, CursorLocation location) override;
   void create(const ConnectionClauses& clauses) override;
@@ -25,6 +31,7 @@ class EmbeddedAdapter : public DatabaseAdapter {
 
   SqlDialect dialect_;
   std::string catalogFolder_;
+  CompanyFileKind newFiles_;
 };
 
 }  // namespace orva

@@ -8,6 +8,7 @@
 #include "platform/embedded/row_set.h"
 #include "platform/embedded/sql/parser.h"
 #include "platform/embedded/sql/translator.h"
+#include "platform/values/text.h"
 
 namespace orva::embedded {
 namespace {
@@ -102,12 +103,29 @@ std::shared_ptr<Prepared> Session::remember(const StatementText& text, sql::Tran
   return prepared;
 }
 
-void Session::ensureLookups(const sql::Translation& translation) {
+/// A store may show the value of an expression as a column; then that column
+/// stands in the statement instead, where the planner sees it.
+void Session::ensureLookups(sql::Translation& translation) {
   for (const sql::LookupIndex& lookup : translation.lookups) {
+    const auto isExpression = [](const std::string& part) { return !part.starts_with('"'); };
+    // A change by the value of an expression runs once; what looks rows up runs for every row of a sheet.
+    const bool once =
+        translation.columns.empty() && std::any_of(lookup.parts.begin(), lookup.parts.end(), isExpression);
+    if (once && !store_->keepsLookups()) continue;
     if (lookup.condition.empty()) {
       store_->ensureLookup(*lookup.table, lookup.parts);
     } else {
       store_->ensureLookupWhere(*lookup.table, lookup.parts, lookup.condition);
+    }
+    for (const std::string& part : lookup.parts) {
+      const std::string column = part.starts_with('"') ? std::string() : store_->expressionColumn(*lookup.table, part);
+      if (column.empty()) continue;
+      const std::string alias = quoteName(lookup.alias) + ".";
+      std::string expression = part;
+      expression.insert(expression.find('"'), alias);
+      for (std::string* text : {&translation.sql, &translation.tail, &translation.ordering}) {
+        *text = replaceAll(*text, expression, alias + column);
+      }
     }
   }
 }

@@ -58,7 +58,7 @@ class Session final : public Connection {
   std::shared_ptr<Prepared> remember(const StatementText& text, sql::Translation translation);
   std::shared_ptr<Prepared> prepareChange(const StatementText& text, const sql::Statement& statement);
   std::int64_t executeOnce(std::string_view sql);
-  void ensureLookups(const sql::Translation& translation);
+  void ensureLookups(sql::Translation& translation);
   void forgetStatements();
 
   std::unique_ptr<Store> store_;

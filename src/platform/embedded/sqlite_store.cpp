@@ -4,12 +4,12 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <mutex>
 
 #include "platform/embedded/conversion.h"
 #include "platform/embedded/password.h"
 #include "platform/embedded/sql/translation.h"
 #include "platform/embedded/sqlite_functions.h"
+#include "platform/embedded/sqlite_open.h"
 #include "platform/local/path_lookup.h"
 #include "platform/values/text.h"
 
@@ -17,7 +17,6 @@ namespace orva::embedded {
 namespace {
 
 constexpr int kApplicationId = 0x4F525641;  // "ORVA", so that no other SQLite file is taken for a company
-constexpr int kBusyMilliseconds = 3000;
 constexpr char kNameSeparator = '\x1F';
 /// Lookup indexes of another generation of the functions are not trusted.
 constexpr const char* kLookupPrefix = "auto1:";
@@ -31,24 +30,6 @@ constexpr const char* kHiddenTables = R"(
 )";
 
 [[noreturn]] void failFile(const std::string& text) { throw ProviderError(provider_number::kUnspecified, text); }
-
-DatabaseHandle openFile(const std::filesystem::path& path, int flags) {
-  static std::once_flag configured;
-  std::call_once(configured, [] { sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0); });
-  sqlite3* raw = nullptr;
-  const int code =
-      sqlite3_open_v2(pathText(path).c_str(), &raw, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
-  DatabaseHandle database(raw);
-  if (code != SQLITE_OK) {
-    failFile("The database '" + pathText(path) + "' cannot be opened: " + sqlite3_errmsg(raw) + ".");
-  }
-  sqlite3_busy_timeout(raw, kBusyMilliseconds);
-  // A quoted name that names nothing is an error, not a text.
-  sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-  sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-  registerFunctions(raw);
-  return database;
-}
 
 bool beginsAsDatabase(const std::filesystem::path& path) {
   std::array<char, 16> head{};
@@ -134,7 +115,7 @@ void SqliteStore::create(const std::string& file, const std::string& password, S
   const std::filesystem::path path = findPath(file);
   std::error_code ignored;
   if (path.empty() || std::filesystem::exists(path, ignored)) failFile("The database '" + file + "' exists already.");
-  const DatabaseHandle database = openFile(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  const DatabaseHandle database = openEngine(pathText(path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   const char* collation = dialect == SqlDialect::kAccess ? kAccessCollation : kServerCollation;
   run(database.get(), "PRAGMA application_id = " + std::to_string(kApplicationId));
   run(database.get(), "PRAGMA journal_mode = WAL");
@@ -154,7 +135,7 @@ SqliteStore::SqliteStore(const std::string& file, const std::string& password) {
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(path, ignored)) failFile("Could not find file '" + file + "'.");
   if (!beginsAsDatabase(path)) failFile("The file '" + file + "' is not a company database.");
-  database_ = openFile(path, SQLITE_OPEN_READWRITE);
+  database_ = openEngine(pathText(path), SQLITE_OPEN_READWRITE);
   try {
     if (numberFrom(handle(), "PRAGMA application_id") != kApplicationId) {
       failFile("The file '" + file + "' is not a company database.");

@@ -74,6 +74,11 @@ class Store {
     static_cast<void>(condition);
     ensureLookup(table, parts);
   }
+  /// True when a look-up, once made, serves all programs to come.
+  virtual bool keepsLookups() const { return true; }
+  /// The column, quoted, in which a table shows the value of an expression that is
+  /// a part of a look-up; empty in a store that knows expressions by themselves.
+  virtual std::string expressionColumn(const TableDef&, const std::string& /*part*/) { return {}; }
 };
 
 }  // namespace orva::embedded

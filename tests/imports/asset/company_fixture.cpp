@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "imports/asset/asset_import.h"
+#include "platform/access/structure_check.h"
 #include "startup/schema/base_layout.h"
 #include "startup/schema/upgrade.h"
 #include "wizard/catalogue/builders.h"
@@ -47,13 +48,13 @@ constexpr const char* kBooks[] = {
     "update parameter set digits=4, regioncode=null, autoassetid=true",
 };
 
-/// One database for all tests of the program; each works on a copy.
-const std::string& master() {
+/// One database of each kind for all tests of the program; each works on a copy.
+const std::string& master(CompanyFileKind kind) {
   static TemporaryFolder folder;
-  static const std::string path = [] {
-    const std::string file = folder.file("master.mdb");
+  const auto make = [](CompanyFileKind made, const std::string& name) {
+    const std::string file = folder.file(name);
     DatabaseRegistry databases;
-    databases.add("Access", std::make_shared<EmbeddedAdapter>(SqlDialect::kAccess));
+    databases.add("Access", std::make_shared<EmbeddedAdapter>(SqlDialect::kAccess, "", made));
     const std::string clauses = "Provider=Access;Data Source=" + file;
     databases.create(clauses);
     const auto connection = databases.connect(clauses);
@@ -62,8 +63,10 @@ const std::string& master() {
     for (const std::string& statement : afterUpgradeStatements()) connection->execute(statement);
     for (const char* statement : kBooks) connection->execute(statement);
     return file;
-  }();
-  return path;
+  };
+  static const std::string access = make(CompanyFileKind::kAccess, "access.mdb");
+  static const std::string sqlite = make(CompanyFileKind::kSqlite, "sqlite.mdb");
+  return kind == CompanyFileKind::kAccess ? access : sqlite;
 }
 
 SheetRow replaced(SheetRow row, const SheetRow& cells) {
@@ -121,15 +124,24 @@ AssetCompany::AssetCompany(SqlDialect dialect) : AssetCompany(dialect, acquiredA
 
 AssetCompany::AssetCompany(SqlDialect dialect, const ImportProcedures& kind) : procedures(kind) {
   selection.kind = kind.kind;
-  std::filesystem::copy_file(master(), folder.path() / "company.mdb");
+  // A company of the desktop is a genuine Access file; what stands in for the server has files of its own.
+  const bool isServer = dialect == SqlDialect::kSqlServer;
+  const auto store = isServer ? CompanyFileKind::kSqlite : CompanyFileKind::kAccess;
+  std::filesystem::copy_file(master(store), folder.path() / "company.mdb");
   adapter = std::make_shared<FaultyAdapter>(std::make_shared<EmbeddedAdapter>(dialect, folder.text()));
   fakes.databases.add("Company", adapter);
   fakes.databases.add("Books", std::make_shared<EmbeddedAdapter>(SqlDialect::kAccess));
   fakes.eventLoop.due = false;
-  company.isSqlServer = dialect == SqlDialect::kSqlServer;
+  company.isSqlServer = isServer;
   company.companyCode = "K1";
   company.flags.automaticIdentifiers = true;
   company.connection = fakes.databases.connect(connectionString());
+}
+
+AssetCompany::~AssetCompany() {
+  company.connection.reset();
+  if (company.isSqlServer) return;
+  for (const auto& fault : access::checkFile(folder.file("company.mdb"))) ADD_FAILURE() << fault.toText();
 }
 
 std::string AssetCompany::connectionString() const {

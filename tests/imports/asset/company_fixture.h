@@ -30,6 +30,10 @@ class AssetCompany {
  public:
   explicit AssetCompany(SqlDialect dialect = SqlDialect::kAccess);
   AssetCompany(SqlDialect dialect, const ImportProcedures& kind);
+  AssetCompany(const AssetCompany&) = delete;
+  AssetCompany& operator=(const AssetCompany&) = delete;
+  /// Whatever was done, the file must be sound.
+  ~AssetCompany();
 
   /// Statements in the Access dialect, which is what the books were set up with.
   void prepare(const std::vector<std::string>& statements);

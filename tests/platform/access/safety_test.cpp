@@ -73,10 +73,11 @@ TEST(Safety, RestoringCanBeInterruptedToo) {
   FakeFileSystem files;
   {
     const auto database = AccessDatabase::create("books.mdb", {.files = &files});
-    SchemaChange(*database).createTable("Rows", {{.name = "Id", .type = ColumnType::kLong}, {.name = "T", .size = 9}});
+    SchemaChange(*database).createTable(
+        "Rows", {{.name = "Id", .type = ColumnType::kLong}, {.name = "T", .type = ColumnType::kMemo}});
     database->commit();
   }
-  files.killAtWrite(9);
+  files.killAtWrite(12);  // while pages go into the file
   int tables = 0;
   const int finished = finishRows(files, tables);
   ASSERT_TRUE(files.isDead());

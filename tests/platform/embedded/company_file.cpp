@@ -1,8 +1,13 @@
 #include "platform/embedded/company_file.h"
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cstdio>
+#include <fstream>
 #include <random>
+
+#include "platform/access/structure_check.h"
 
 namespace orva::test {
 namespace {
@@ -21,16 +26,26 @@ std::string clausesOf(SqlDialect dialect, const std::filesystem::path& file, con
          ";Persist Security Info=False;Jet OLEDB:Database Password=" + password + ";";
 }
 
+/// What was done to a genuine Access file must leave it sound.
+void expectSound(const std::filesystem::path& file) {
+  std::array<access::Byte, 20> head{};
+  std::ifstream in(file, std::ios::binary);
+  if (!in.read(static_cast<char*>(static_cast<void*>(head.data())), head.size())) return;
+  if (!access::looksLikeAccessFile(head)) return;
+  for (const auto& fault : access::checkFile(file.string())) ADD_FAILURE() << fault.toText();
+}
+
 }  // namespace
 
-CompanyFile::CompanyFile(SqlDialect dialect)
-    : dialect_(dialect), folder_(freshFolder()), adapter_(dialect, folder_.string()) {
+CompanyFile::CompanyFile(Engine engine)
+    : dialect_(engine.dialect), folder_(freshFolder()), adapter_(dialect_, folder_.string(), engine.kind) {
   adapter_.create(ConnectionClauses(clausesOf(dialect_, file(), "Tbnq")));
   connection_ = connect();
 }
 
 CompanyFile::~CompanyFile() {
   connection_.reset();
+  expectSound(file());
   std::error_code ignored;
   std::filesystem::remove_all(folder_, ignored);
 }

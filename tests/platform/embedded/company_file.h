@@ -10,10 +10,26 @@
 
 namespace orva::test {
 
-/// A folder of its own with one new company database in the given dialect.
+/// A dialect and what its databases are kept in.
+struct Engine {
+  SqlDialect dialect = SqlDialect::kAccess;
+  CompanyFileKind kind = CompanyFileKind::kAccess;
+};
+inline constexpr Engine kAccessFile{};
+inline constexpr Engine kSqliteFile{SqlDialect::kAccess, CompanyFileKind::kSqlite};
+inline constexpr Engine kServer{SqlDialect::kSqlServer, CompanyFileKind::kSqlite};
+/// The name of a test that runs on several engines.
+inline constexpr auto kEngineName = [](const auto& tested) {
+  if (tested.param.dialect == SqlDialect::kSqlServer) return "Server";
+  return tested.param.kind == CompanyFileKind::kAccess ? "Access" : "Sqlite";
+};
+inline constexpr Engine kAccessEngines[] = {kAccessFile, kSqliteFile};
+inline constexpr Engine kEngines[] = {kAccessFile, kSqliteFile, kServer};
+
+/// A folder of its own with one new company database.
 class CompanyFile {
  public:
-  explicit CompanyFile(SqlDialect dialect = SqlDialect::kAccess);
+  explicit CompanyFile(Engine engine = kAccessFile);
   CompanyFile(const CompanyFile&) = delete;
   CompanyFile& operator=(const CompanyFile&) = delete;
   ~CompanyFile();
@@ -23,6 +39,7 @@ class CompanyFile {
   std::filesystem::path folder() const { return folder_; }
   std::filesystem::path file() const { return folder_ / "demoOrva.mdb"; }
   EmbeddedAdapter& adapter() { return adapter_; }
+  SqlDialect dialect() const { return dialect_; }
   /// One more connection to the same file.
   std::unique_ptr<Connection> connect(const std::string& password = "Tbnq");
   void close() { connection_.reset(); }

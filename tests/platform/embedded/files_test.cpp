@@ -1,8 +1,11 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <fstream>
@@ -32,8 +35,14 @@ std::string textOfFailure(const std::string& source) {
 
 void writeFile(const fs::path& path, const std::string& bytes) { std::ofstream(path, std::ios::binary) << bytes; }
 
-TEST(Files, OnlyTheRightPasswordOpens) {
-  CompanyFile company;
+class Files : public testing::TestWithParam<Engine> {
+ protected:
+  CompanyFile company{GetParam()};
+};
+
+INSTANTIATE_TEST_SUITE_P(InBothFiles, Files, testing::ValuesIn(kAccessEngines), kEngineName);
+
+TEST_P(Files, OnlyTheRightPasswordOpens) {
   for (const char* wrong : {"", "tbnq", "Tbnqq", "x"}) {
     EXPECT_EQ(failureOf([&] { company.connect(wrong); }), "80040E4D") << wrong;
   }
@@ -43,8 +52,7 @@ TEST(Files, OnlyTheRightPasswordOpens) {
   EXPECT_EQ(bytes.find("Tbnq"), std::string::npos);
 }
 
-TEST(Files, ForeignFilesAreRefused) {
-  CompanyFile company;
+TEST_P(Files, ForeignFilesAreRefused) {
   company.close();
   const fs::path folder = company.folder();
   const std::string missing = (folder / "missing.mdb").string();
@@ -73,8 +81,7 @@ TEST(Files, ForeignFilesAreRefused) {
   EXPECT_EQ(textOfFailure(folder.string()).substr(0, 8), "80004005");
 }
 
-TEST(Files, ADamagedFileIsAnErrorAndNoMore) {
-  CompanyFile company;
+TEST_P(Files, ADamagedFileIsAnErrorAndNoMore) {
   company.run("create table Asset (Assetid text(30), Cost currency, primary key (assetid))");
   for (int i = 0; i < 500; ++i) {
     company->execute("insert into asset values ('" + std::to_string(i) + "', " + std::to_string(i) + ")");
@@ -98,8 +105,7 @@ TEST(Files, ADamagedFileIsAnErrorAndNoMore) {
   }
 }
 
-TEST(Files, PathsAreFoundAsTheScreensWriteThem) {
-  CompanyFile company;
+TEST_P(Files, PathsAreFoundAsTheScreensWriteThem) {
   std::string path = company.file().string();
   for (char& c : path) c = c == '/' ? '\\' : c;
   path.replace(path.find("demoOrva"), 8, "DEMOorva");
@@ -109,8 +115,7 @@ TEST(Files, PathsAreFoundAsTheScreensWriteThem) {
 }
 
 /// A closed company is one file, and a copy of it is a company.
-TEST(Files, ACopyOfAClosedFileIsSound) {
-  CompanyFile company;
+TEST_P(Files, ACopyOfAClosedFileIsSound) {
   company.run(
       "create table Dept (Deptcode text(10), DeptName text(30)); insert into Dept values ('1', 'Stores');"
       "select * from dept where deptname = 'x'");
@@ -126,8 +131,7 @@ TEST(Files, ACopyOfAClosedFileIsSound) {
 }
 
 /// Whatever was finished when the program died is there.
-TEST(Files, FinishedRowsSurviveTheEndOfTheProgram) {
-  CompanyFile company;
+TEST_P(Files, FinishedRowsSurviveTheEndOfTheProgram) {
   company.run("create table Asset (Assetid text(30), Cost currency, primary key (assetid))");
   company.close();
   int pipes[2];
@@ -158,8 +162,8 @@ TEST(Files, FinishedRowsSurviveTheEndOfTheProgram) {
             expected);
 }
 
-TEST(Files, ALockedFileIsReportedAsSuch) {
-  CompanyFile company;
+TEST(SqliteFiles, ALockedFileIsReportedAsSuch) {
+  CompanyFile company(kSqliteFile);
   company.run("create table Dept (Deptcode text(10))");
   sqlite3* other = nullptr;
   ASSERT_EQ(sqlite3_open(company.file().string().c_str(), &other), SQLITE_OK);
@@ -178,8 +182,8 @@ TEST(Files, ALockedFileIsReportedAsSuch) {
 }
 
 /// Two programs that post into one company wait for each other, also while one of them reads.
-TEST(Files, AShortLockIsWaitedOut) {
-  CompanyFile company;
+TEST(SqliteFiles, AShortLockIsWaitedOut) {
+  CompanyFile company(kSqliteFile);
   company.run("create table Dept (Deptcode text(10))");
   ASSERT_EQ(company.rows("select * from dept"), "");
   sqlite3* other = nullptr;
@@ -191,6 +195,29 @@ TEST(Files, AShortLockIsWaitedOut) {
   });
   EXPECT_EQ(company.outcome("insert into dept values ('1')"), "1 rows");
   release.join();
+}
+
+/// Another program, for this one's own connections share the file.
+TEST(AccessFiles, AFileOfAnotherProgramIsReportedAsSuch) {
+  CompanyFile company;
+  company.run("create table Dept (Deptcode text(10)); insert into Dept values ('1')");
+  const pid_t child = fork();
+  if (child == 0) {
+    // What the parent has open is locked for this program too.
+    const int lock = ::open((company.folder() / "demoOrva.ldb").c_str(), O_RDWR);
+    _exit(lock >= 0 && flock(lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK ? 0 : 1);
+  }
+  int status = 1;
+  waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
+  company.close();
+  const int lock = ::open((company.folder() / "demoOrva.ldb").c_str(), O_RDWR | O_CREAT, 0600);
+  ASSERT_EQ(flock(lock, LOCK_EX), 0);
+  EXPECT_EQ(textOfFailure(company.file().string()), "80004005 The database " + company.file().string() +
+                                                        " is in use by another program. Close it there and try again.");
+  ::close(lock);
+  company.reopen();
+  EXPECT_EQ(company.rows("select count(*) from Dept"), "1");
 }
 
 }  // namespace

@@ -9,11 +9,12 @@ namespace {
 struct PlanCase {
   SqlDialect dialect;
   const char* query;
-  const char* access;  ///< what the plan must say: the way to the rows
+  const char* access;                  ///< what the plan must say: the way to the rows
+  const char* inAccessFile = nullptr;  ///< where it says something else there
 };
 
 constexpr SqlDialect kAccess = SqlDialect::kAccess;
-constexpr SqlDialect kServer = SqlDialect::kSqlServer;
+constexpr SqlDialect kOnServer = SqlDialect::kSqlServer;
 
 constexpr const char* kAssetTable =
     "Asset (Assetid %t(30), PAssetId %t(20), PhyID %t(50), AcquiredAs %t(15), accyear %t(9))";
@@ -41,11 +42,12 @@ void createTables(CompanyFile& company, SqlDialect dialect) {
 TEST(Plans, EveryLookUpIsOnAnIndex) {
   const PlanCase kCases[] = {
       {kAccess, "Select * from Asset where assetid ='A1'", "(Assetid=?)"},
-      {kAccess, "Select * from Asset where phyid ='A1' and acquiredas<>'O'", "(PhyID=?)"},
+      {kAccess, "Select * from Asset where phyid ='A1' and acquiredas<>'O'", "(PhyID=?)",
+       "(PhyID=? AND AcquiredAs<>?)"},
       {kAccess, "Select * from Dept where Ucase(deptname) ='STORES'", "(DeptName=?)"},
-      {kServer, "Select * from Dept where Upper(deptname) ='STORES'", "(DeptName=?)"},
+      {kOnServer, "Select * from Dept where Upper(deptname) ='STORES'", "(DeptName=?)"},
       {kAccess, "select * from dept where trim(deptname) = 'Stores'", "(<expr>=?)"},
-      {kServer, "select * from dept where ltrim(rtrim(deptname)) = 'Stores'", "(<expr>=?)"},
+      {kOnServer, "select * from dept where ltrim(rtrim(deptname)) = 'Stores'", "(<expr>=?)"},
       {kAccess, "select * from dept where trim(ucase(deptname)) = 'Stores'", "(<expr>=?)"},
       {kAccess, "select * from Location where Ucase(MainLocation) ='A' and Ucase(SubLocation) ='B'",
        "(MainLocation=? AND SubLocation=?)"},
@@ -62,11 +64,11 @@ TEST(Plans, EveryLookUpIsOnAnIndex) {
        "Select max(val(assetid)) as assetid from asset where  mid( asset.assetid, 1, len('')) = '' and "
        "val(mid( asset.assetid, 1 +  len('') , 4 )) > 0 and PAssetId is Null ",
        "USING INDEX auto1:Asset:orva_val"},
-      {kServer,
+      {kOnServer,
        "Select assetid from asset where substring ( asset.assetid  , 1, len('AB')) = 'AB' and "
        "isnumeric(substring( asset.assetid, 1 +  len('AB') , 4 )) = 1 and PAssetId is Null order by assetid desc",
        "(Assetid>? AND Assetid<?)"},
-      {kServer,
+      {kOnServer,
        "Select assetid from asset where substring ( asset.assetid  , 1, len('AB')) = 'AB' and "
        "len(asset.assetid)=len('AB') + 5  and convert(int, right ( asset.assetid, 5 )) > 0 and PAssetId is Null order "
        "by assetid desc",
@@ -75,14 +77,16 @@ TEST(Plans, EveryLookUpIsOnAnIndex) {
        "(Assetid>? AND Assetid<?)"},
       {kAccess, "Select * from dept  where isnumeric(Deptcode)=true order by val(Deptcode) desc",
        "USING INDEX auto1:Dept:orva_val"},
-      {kServer, "Select * from dept  where isnumeric(Deptcode)=1 order by convert(integer,Deptcode) desc",
+      {kOnServer, "Select * from dept  where isnumeric(Deptcode)=1 order by convert(integer,Deptcode) desc",
        "USING INDEX auto1:Dept:"},
       {kAccess, "select recordid from location order by recordid desc", "Recordid"},
       {kAccess, "Select * from Fadep where docdt > #01/01/2020# and ( flag <> 'O' or flag is null)", "(docdt>?)"},
       // Rows with the flag are in no way: the index has none of them.
-      {kAccess, "Select accyear from asset where accyear='2020'  and Acquiredas<>'O'", "WHERE \"AcquiredAs\" <> 'O'"},
-      {kServer, "Select * from asset where accyear='2020'  and Acquiredas<>'O'", "WHERE \"AcquiredAs\" <> 'O'"},
-      {kAccess, "Select * from asset where accyear='2020'  and Acquiredas<>'Purchased'", "(accyear=?)"},
+      {kAccess, "Select accyear from asset where accyear='2020'  and Acquiredas<>'O'", "WHERE \"AcquiredAs\" <> 'O'",
+       "(accyear=? AND AcquiredAs<>?)"},
+      {kOnServer, "Select * from asset where accyear='2020'  and Acquiredas<>'O'", "WHERE \"AcquiredAs\" <> 'O'"},
+      {kAccess, "Select * from asset where accyear='2020'  and Acquiredas<>'Purchased'", "(accyear=?)",
+       "(accyear=? AND AcquiredAs<>?)"},
       {kAccess, "Select * from Asset where Assetid='A' and AcquiredAs <> 'O'", "(Assetid=?)"},
       {kAccess, "select docdt from fadep where assetid='A1' order by docdt", "(Assetid=?)"},
       {kAccess,
@@ -92,29 +96,33 @@ TEST(Plans, EveryLookUpIsOnAnIndex) {
        "(Assetid=?)"},
       {kAccess, "select assetid from asset where Ucase(PAssetId) ='A1' order by assetid desc", "(PAssetId=?)"},
   };
-  CompanyFile access(kAccess);
-  CompanyFile server(kServer);
-  createTables(access, kAccess);
-  createTables(server, kServer);
-  for (const PlanCase& c : kCases) {
-    auto& session = dynamic_cast<embedded::Session&>(c.dialect == kAccess ? *access : *server);
-    const std::string plan = session.plan(c.query);
-    EXPECT_NE(plan.find(c.access), std::string::npos) << c.query << "\n" << plan;
-    EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << c.query << "\n" << plan;
+  for (const Engine& engine : kEngines) {
+    CompanyFile company(engine);
+    createTables(company, engine.dialect);
+    for (const PlanCase& c : kCases) {
+      if (c.dialect != engine.dialect) continue;
+      const std::string plan = dynamic_cast<embedded::Session&>(*company).plan(c.query);
+      const bool isAccessFile = engine.kind == CompanyFileKind::kAccess;
+      const char* const wanted = isAccessFile && c.inAccessFile ? c.inAccessFile : c.access;
+      EXPECT_NE(plan.find(wanted), std::string::npos) << c.query << "\n" << plan;
+      EXPECT_EQ(plan.find("TEMP B-TREE"), std::string::npos) << c.query << "\n" << plan;
+    }
   }
 }
 
 /// Hidden indexes are no part of the layout and stand in no one's way.
 TEST(Plans, HiddenIndexesStayHidden) {
-  CompanyFile company;
-  createTables(company, kAccess);
-  EXPECT_EQ(company.rows("select * from dept where deptname = 'Stores'"), "");
-  EXPECT_EQ(company.outcome("create index DeptName on Dept(DeptName)"), "0 rows");
-  EXPECT_EQ(company.outcome("drop index auto1 on Dept"), "80040E14");
-  EXPECT_EQ(company.rows("select * from dept where trim(deptname) = 'Stores'"), "");
-  EXPECT_EQ(company.outcome("drop index DeptName on Dept"), "0 rows");
-  EXPECT_EQ(company.outcome("alter table Dept alter column Deptname currency"), "0 rows");
-  EXPECT_EQ(company.outcome("alter table Dept drop column Deptname"), "0 rows");
+  for (const Engine& engine : kAccessEngines) {
+    CompanyFile company(engine);
+    createTables(company, kAccess);
+    EXPECT_EQ(company.rows("select * from dept where deptname = 'Stores'"), "");
+    EXPECT_EQ(company.outcome("create index DeptName on Dept(DeptName)"), "0 rows");
+    EXPECT_EQ(company.outcome("drop index auto1 on Dept"), "80040E14");
+    EXPECT_EQ(company.rows("select * from dept where trim(deptname) = 'Stores'"), "");
+    EXPECT_EQ(company.outcome("drop index DeptName on Dept"), "0 rows");
+    EXPECT_EQ(company.outcome("alter table Dept alter column Deptname currency"), "0 rows");
+    EXPECT_EQ(company.outcome("alter table Dept drop column Deptname"), "0 rows");
+  }
 }
 
 }  // namespace

@@ -58,15 +58,17 @@ std::string onServer(std::string text) {
   return text;
 }
 
-class AccessStatements : public testing::Test {
+class AccessStatements : public testing::TestWithParam<Engine> {
  protected:
   AccessStatements() { company_.run(kTables); }
   template <std::size_t N>
   void check(const Case (&cases)[N]) {
     for (const Case& c : cases) EXPECT_EQ(company_.outcome(c.statement), c.outcome) << c.statement;
   }
-  CompanyFile company_;
+  CompanyFile company_{GetParam()};
 };
+
+INSTANTIATE_TEST_SUITE_P(InBothFiles, AccessStatements, testing::ValuesIn(kAccessEngines), kEngineName);
 
 class ServerStatements : public testing::Test {
  protected:
@@ -75,10 +77,10 @@ class ServerStatements : public testing::Test {
   void check(const Case (&cases)[N]) {
     for (const Case& c : cases) EXPECT_EQ(company_.outcome(c.statement), c.outcome) << c.statement;
   }
-  CompanyFile company_{SqlDialect::kSqlServer};
+  CompanyFile company_{kServer};
 };
 
-TEST_F(AccessStatements, LookUpsIgnoreLetterCase) {
+TEST_P(AccessStatements, LookUpsIgnoreLetterCase) {
   check({
       {"select cost from ASSET where ASSETID = 'ab\\pm0007'", "12.34"},
       {"Select DeptCode from dept where Ucase(deptname) ='STORES'", "0009"},
@@ -95,7 +97,7 @@ TEST_F(AccessStatements, LookUpsIgnoreLetterCase) {
   });
 }
 
-TEST_F(AccessStatements, IdentifiersAndCodes) {
+TEST_P(AccessStatements, IdentifiersAndCodes) {
   check({
       {"Select assetid from asset where Mid (  asset.assetid  , 1, len('AB\\PM')) = 'AB\\PM' and "
        "len(asset.assetid)=len('AB\\PM') + 4  "
@@ -115,7 +117,7 @@ TEST_F(AccessStatements, IdentifiersAndCodes) {
   });
 }
 
-TEST_F(AccessStatements, Dates) {
+TEST_P(AccessStatements, Dates) {
   check({
       {"Select accyear from accyear where accopdt<=#05/31/2020# and acccldt >= #05/31/2020#", "2020-2021"},
       {"select accyear from accyear where #2019/12/31# between accopdt and acccldt", "2019-2020"},
@@ -137,7 +139,7 @@ TEST_F(AccessStatements, Dates) {
   });
 }
 
-TEST_F(AccessStatements, BooleansAndMoney) {
+TEST_P(AccessStatements, BooleansAndMoney) {
   check({
       {"select accyear from accyear where closed=true", "2019-2020"},
       {"select accyear from accyear where closed=-1", "2019-2020"},
@@ -159,7 +161,7 @@ TEST_F(AccessStatements, BooleansAndMoney) {
   });
 }
 
-TEST_F(AccessStatements, JoinsAndQueriesInside) {
+TEST_P(AccessStatements, JoinsAndQueriesInside) {
   check({
       {"SELECT F.Description, C.ClassDesc,'' as subclassDesc  FROM Classification as C INNER JOIN FADefinition F ON "
        "C.Defcode = F.DefCode "
@@ -182,7 +184,7 @@ TEST_F(AccessStatements, JoinsAndQueriesInside) {
   });
 }
 
-TEST_F(AccessStatements, Changes) {
+TEST_P(AccessStatements, Changes) {
   check({
       {"update asset,users set asset.usedby=users.usedby where ucase(asset.usedby)=ucase(users.username)", "2 rows"},
       {"select usedby from asset where usedby is not null order by usedby", "0001/0002"},
@@ -216,7 +218,7 @@ TEST_F(AccessStatements, Changes) {
   });
 }
 
-TEST_F(AccessStatements, Failures) {
+TEST_P(AccessStatements, Failures) {
   check({
       {"selec * from asset", "80040E14"},
       {"select * frm asset", "80040E14"},
@@ -234,7 +236,7 @@ TEST_F(AccessStatements, Failures) {
   });
 }
 
-TEST_F(AccessStatements, Definitions) {
+TEST_P(AccessStatements, Definitions) {
   check({
       {"create table Asset (a text(1))", "80040E14"},
       {"alter table Asset add Batch text(30), Qty2 number", "0 rows"},

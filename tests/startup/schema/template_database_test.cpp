@@ -1,6 +1,8 @@
 #include "startup/schema/template_database.h"
 
-#include <sqlite3.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -203,17 +205,17 @@ TEST_F(ProgramFolder, FilesThatAreNoCompanyAreNamed) {
 /// Otherwise every statement of the upgrade would wait for the other program.
 TEST_F(ProgramFolder, ACompanyThatIsLockedIsToldAtOnce) {
   createTemplate(fakes.databases, folder.file("LOCKOrva.mdb"));
-  sqlite3* other = nullptr;
-  ASSERT_EQ(sqlite3_open(folder.file("LOCKOrva.mdb").c_str(), &other), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(other, "begin immediate", nullptr, nullptr, nullptr), SQLITE_OK);
+  const int other = ::open(folder.file("LOCKOrva.ldb").c_str(), O_RDWR | O_CREAT, 0600);
+  ASSERT_EQ(::flock(other, LOCK_EX), 0);
   CompanyContext context;
   context.dataFolder = text();
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(openCompany(context, services, "LOCK"), OpenResult::kFailed);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
-  sqlite3_close(other);
-  EXPECT_EQ(fakes.dialogs.texts(),
-            std::vector<std::string>{"The database is locked by another program.\n" + text() + "\\LOCKOrva.mdb"});
+  ::close(other);
+  ASSERT_EQ(fakes.dialogs.texts().size(), 1U);
+  EXPECT_EQ(fakes.dialogs.lastText(), "The database " + folder.file("LOCKOrva.mdb") +
+                                          " is in use by another program. Close it there and try again.");
 }
 
 }  // namespace

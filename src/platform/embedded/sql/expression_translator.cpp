@@ -311,7 +311,9 @@ bool Translator::prefixTest(const Expr& expr, Operand& result) {
   const std::string to = bind(prefix, BindAs::kPrefixEnd);
   const std::string test = comparison("=", translate(call), prefix);
   result.sql = "(" + column.sql + " >= " + from + " AND " + column.sql + " < " + to + " AND " + test + ")";
+  const bool isFirst = facts_ && facts_->range.empty();
   note("<", column, prefix);
+  if (isFirst) facts_->rangeIsPrefix = !facts_->range.empty();
   return true;
 }
 

@@ -14,9 +14,18 @@ namespace {
 
 constexpr std::size_t kMostEqualParts = 3;
 
+/// What an index is wanted for: columns of equal values, then one of a range or an order.
+struct Need {
+  const TableDef& table;
+  const std::vector<std::string>& equal;
+  const std::string& next;
+  bool inOrder;
+};
+
 /// True when the index leads to the rows: a unique one over columns that are
 /// all given, or one that begins with the given columns and then the ordered one.
-bool serves(const IndexDef& index, const std::vector<std::string>& equal, const std::string& next) {
+bool serves(const IndexDef& index, const Need& need) {
+  const auto& [table, equal, next, inOrder] = need;
   const auto isGiven = [&equal](const std::string& column) {
     return std::find(equal.begin(), equal.end(), quoteName(column)) != equal.end();
   };
@@ -26,7 +35,11 @@ bool serves(const IndexDef& index, const std::vector<std::string>& equal, const 
   for (std::size_t i = 0; i < equal.size(); ++i) {
     if (!isGiven(index.columns[i])) return false;
   }
-  return next.empty() || quoteName(index.columns[equal.size()]) == next;
+  if (next.empty()) return true;
+  const std::string& column = index.columns[equal.size()];
+  const int at = table.find(column);
+  const bool isText = at >= 0 && table.columns[static_cast<std::size_t>(at)].isText();
+  return quoteName(column) == next && (!isText || !inOrder || index.keepsTextOrder);
 }
 
 bool canBeKey(const Operand& operand) { return !operand.key.empty() && operand.type != SqlType::kBoolean; }
@@ -91,10 +104,11 @@ void Translator::proposeIndex(const TableDef& table, const Facts& facts) {
   const std::string last = repeats ? std::string() : next;
   if (facts.equal.empty() && last.empty()) return;
   const bool leavesOut = !facts.equal.empty() && last.empty() && !facts.unequal.empty();
+  const Need need{table, facts.equal, last, !facts.rangeIsPrefix || !facts.order.empty()};
   for (const IndexDef& index : table.indexes) {
-    if (serves(index, facts.equal, last) && (index.unique || !leavesOut)) return;
+    if (serves(index, need) && (index.unique || !leavesOut)) return;
   }
-  LookupIndex lookup{&table, facts.equal};
+  LookupIndex lookup{&table, scope_->sources[0].alias, facts.equal, {}};
   if (leavesOut) {
     // With the flag in it, the index answers by itself and is preferred to one over every row.
     lookup.parts.push_back(facts.unequal);

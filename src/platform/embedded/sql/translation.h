@@ -49,6 +49,7 @@ struct Assumption {
 /// key parts as SQLite expressions over the table's columns.
 struct LookupIndex {
   const embedded::TableDef* table = nullptr;
+  std::string alias;  ///< of the table in the statement
   std::vector<std::string> parts;
   /// The index holds the rows that meet this condition only. Empty: every row.
   std::string condition = {};

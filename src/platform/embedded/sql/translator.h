@@ -66,6 +66,7 @@ class Translator {
   struct Facts {
     std::vector<std::string> equal;
     std::string range;
+    bool rangeIsPrefix = false;  ///< texts with one beginning
     std::string order;
     /// A key that differs from a flag, and that condition.
     std::string unequal;
