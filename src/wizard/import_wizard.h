@@ -174,7 +174,7 @@ class ImportWizard : public WizardControls {
   void copyToFinishPage();
   void post();
   void showPostResult();
-  void showFinishText(std::string text);
+  void showFinishText(const std::string& text);
   // Handlers' frame.
   ImportRun run();
   bool isOn(WizardPage page) const { return page_ == page; }

@@ -275,7 +275,7 @@ std::vector<std::string> ImportWizard::controlLines() const {
 
 bool ImportWizard::controlTotalsAgree() const { return !controlPlan() || postResult_.controlTotals == workbookTotals_; }
 
-void ImportWizard::showFinishText(std::string text) { txtMsg.setText(text + joined(controlLines())); }
+void ImportWizard::showFinishText(const std::string& text) { txtMsg.setText(text + joined(controlLines())); }
 
 ImportRun ImportWizard::run() {
   return {services_, company_, selection_, catalogue_, grid1, findings_, progress_, flxSave};

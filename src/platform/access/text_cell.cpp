@@ -117,7 +117,7 @@ std::u16string decodeText(ByteView cell) {
 
 std::string textOf(ByteView cell) {
   const bool isCompressed = cell.size() >= 2 && cell[0] == kCompressedMark[0] && cell[1] == kCompressedMark[1];
-  const auto begin = cell.begin() + 2 * isCompressed;
+  const auto begin = cell.begin() + (isCompressed ? 2 : 0);
   const bool isPlain =
       isCompressed && std::all_of(begin, cell.end(), [](Byte byte) { return byte != 0 && byte < 0x80; });
   return isPlain ? std::string(begin, cell.end()) : toUtf8(decodeText(cell));

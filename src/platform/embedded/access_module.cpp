@@ -75,6 +75,8 @@ std::string declaration(const AccessTable& table) {
   return sql + ")";
 }
 
+// SQLite prescribes the parameters.
+// NOLINTNEXTLINE(readability-function-size)
 int connect(sqlite3* database, void* context, int count, const char* const* arguments, sqlite3_vtab** made,
             char** message) {
   auto& tables = *static_cast<AccessTables*>(context);
@@ -126,6 +128,7 @@ int filter(sqlite3_vtab_cursor* cursor, int plan, const char*, int count, sqlite
     VirtualTable& table = of(cursor->pVtab);
     requireCurrent(table);
     std::vector<Scalar> arguments;
+    arguments.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) arguments.push_back(scalarOf(values[i]));
     self.walk = startWalk(*table.tables->file, *table.table, table.plans[static_cast<std::size_t>(plan)], arguments);
     self.row = self.walk ? self.walk->next() : std::nullopt;

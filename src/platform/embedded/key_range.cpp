@@ -44,7 +44,7 @@ bool isAscii(const std::string& text) {
 /// engine takes two letters for one that the order of the file tells apart, such
 /// as the micro sign and the Greek letter.
 std::optional<Bytes> weightsOf(const std::string& text) {
-  const auto weights = access::textKeyPrefix(access::toUtf16(text));
+  auto weights = access::textKeyPrefix(access::toUtf16(text));
   if (!weights || isAscii(text)) return weights;
   const bool same = access::textKeyPrefix(access::toUtf16(toUpper(text))) == weights &&
                     access::textKeyPrefix(access::toUtf16(toLower(text))) == weights;
@@ -146,7 +146,7 @@ class FileRange {
       }
       const Scalar& wanted = arguments_[static_cast<std::size_t>(plan_.equal[i])];
       if (isNull(wanted)) return std::nullopt;
-      if (const auto range = addEqual(column, real.columns[i].descending, wanted)) return range;
+      if (auto range = addEqual(column, real.columns[i].descending, wanted)) return range;
       if (isNowhere_) return std::nullopt;
     }
     const bool limited = plan_.lower != AccessPlan::kNone || plan_.upper != AccessPlan::kNone;

@@ -26,7 +26,7 @@ struct Need {
 /// all given, or one that begins with the given columns and then the ordered one.
 bool serves(const IndexDef& index, const Need& need) {
   const auto& [table, equal, next, inOrder] = need;
-  const auto isGiven = [&equal](const std::string& column) {
+  const auto isGiven = [&equal = need.equal](const std::string& column) {
     return std::find(equal.begin(), equal.end(), quoteName(column)) != equal.end();
   };
   if (index.unique && std::all_of(index.columns.begin(), index.columns.end(), isGiven)) return true;
