@@ -219,6 +219,8 @@ class Planner {
     if (part.ability == Ability::kTexts && (lower < 0 || upper < 0)) return;
     if (lower >= 0) choice.plan.lower = argument(choice, lower);
     if (upper >= 0) choice.plan.upper = upper == lower ? choice.plan.lower : argument(choice, upper);
+    choice.plan.lowerIsOpen = lower >= 0 && info_.aConstraint[lower].op == SQLITE_INDEX_CONSTRAINT_GT;
+    choice.plan.upperIsOpen = upper >= 0 && info_.aConstraint[upper].op == SQLITE_INDEX_CONSTRAINT_LT;
   }
 
   /// True when rows come in the order that the statement asks for; sets the direction.
@@ -256,7 +258,7 @@ class Planner {
       const bool isPlain = column <= static_cast<int>(table_.layout.columns.size());
       rows = plan.equal[i] == AccessPlan::kIsNull ? rows / 4 : isPlain ? std::min(rows / 4, 10.0) : rows / 20;
     }
-    if (allEqual && candidate.keys > 1) rows = std::min(rows, rows_ / candidate.keys);
+    if (allEqual && candidate.keys > 1) rows = rows_ / candidate.keys;
     const bool isLimited = plan.lower != AccessPlan::kNone || plan.upper != AccessPlan::kNone;
     if (plan.lower != AccessPlan::kNone && plan.upper != AccessPlan::kNone) {
       rows /= 8;

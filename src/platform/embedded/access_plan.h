@@ -30,6 +30,9 @@ struct AccessPlan {
   /// Arguments that limit the column behind them (of a scan: the key of the row).
   int lower = kNone;
   int upper = kNone;
+  /// The limit itself is none of the values: ">" and "<".
+  bool lowerIsOpen = false;
+  bool upperIsOpen = false;
   /// Argument that the column behind them must not equal: of a look-up, which leaves those rows out.
   int unequal = kNone;
   bool descending = false;

@@ -124,6 +124,20 @@ std::optional<Cell> cellBeside(const Column& column, const Scalar& scalar, bool 
   }
 }
 
+/// The first moment that is no longer (or, `from`: already) beyond an open limit of days: that day itself does not
+/// count, however many rows stand on it. Nothing where times of day count backwards, or for other columns.
+std::optional<Cell> openDay(const Column& column, const Scalar& scalar, bool from) {
+  const auto number = numberOf(scalar);
+  if (column.type != access::ColumnType::kDate || !number || !std::isfinite(*number)) return std::nullopt;
+  const double day = from ? std::floor(*number) + 1 : std::ceil(*number);
+  if (day < 1) return std::nullopt;
+  try {
+    return access::convertFor(column, access::DateTime{day});
+  } catch (const ProviderError&) {
+    return std::nullopt;
+  }
+}
+
 std::optional<Bytes> keyPart(const Column& column, bool descending, const std::optional<Cell>& cell) {
   Bytes part;
   if (!cell || !access::appendKeyPart(part, column, descending, *cell)) return std::nullopt;
@@ -194,6 +208,11 @@ class FileRange {
     // Nulls stand before all values.
     if (!first && !part.descending) range.lower.push_back(kValueFlag);
     if (last) range.upper = afterAll(joined(prefix_, *last));
+    if (part.descending) return range;
+    const auto openFrom = plan_.lowerIsOpen ? keyPart(column, false, openDay(column, *from, true)) : std::nullopt;
+    const auto openTo = plan_.upperIsOpen ? keyPart(column, false, openDay(column, *to, false)) : std::nullopt;
+    if (openFrom) range.lower = joined(prefix_, *openFrom);
+    if (openTo) range.upper = joined(prefix_, *openTo);
     return range;
   }
 

@@ -6,12 +6,14 @@ namespace orva::embedded {
 namespace {
 
 constexpr std::size_t kFullBlock = 4096;
+/// Leaves room for some more entries.
+constexpr std::size_t kPackedBlock = kFullBlock - kFullBlock / 8;
 
 }  // namespace
 
 std::string_view MemoryIndex::Block::entry(std::size_t i) const {
   const std::size_t start = i == 0 ? 0 : ends[i - 1];
-  return std::string_view(bytes).substr(start, ends[i] - start);
+  return {bytes.data() + start, ends[i] - start};
 }
 
 std::size_t MemoryIndex::Block::lowerBound(std::string_view wanted) const {
@@ -88,37 +90,68 @@ void MemoryIndex::Cursor::previous() {
 
 void MemoryIndex::insert(std::string_view entry) {
   if (blocks_.empty()) blocks_.push_back(std::make_unique<Block>());
-  const std::size_t at = blocks_[0]->size() == 0 ? 0 : std::min(blockOf(entry), blocks_.size() - 1);
-  Block& block = *blocks_[at];
-  const std::size_t place = block.lowerBound(entry);
-  if (place < block.size() && block.entry(place) == entry) return;
-  const std::size_t start = place == 0 ? 0 : block.ends[place - 1];
-  block.bytes.insert(start, entry);
-  block.ends.insert(block.ends.begin() + static_cast<std::ptrdiff_t>(place), static_cast<std::uint32_t>(start));
-  for (std::size_t i = place; i < block.size(); ++i) block.ends[i] += static_cast<std::uint32_t>(entry.size());
+  std::size_t at = blocks_[0]->size() == 0 ? 0 : std::min(blockOf(entry), blocks_.size() - 1);
+  std::size_t place = blocks_[at]->lowerBound(entry);
+  if (place < blocks_[at]->size() && blocks_[at]->entry(place) == entry) return;
+  if (blocks_[at]->size() > 0 && blocks_[at]->bytes.size() + entry.size() > kFullBlock) makeRoom(at, place);
+  blocks_[at]->insert(place, entry);
   ++size_;
   ++version_;
-  if (block.bytes.size() > kFullBlock && block.size() > 1) split(at, place);
 }
 
-/// Ascending entries are the common case: then the left block stays full.
-void MemoryIndex::split(std::size_t at, std::size_t insertedAt) {
+void MemoryIndex::Block::insert(std::size_t place, std::string_view entry) {
+  // The container would take twice as much.
+  const std::size_t needed = bytes.size() + entry.size();
+  if (needed > bytes.capacity()) bytes.reserve(std::max(needed, kFullBlock));
+  const std::size_t start = place == 0 ? 0 : ends[place - 1];
+  bytes.insert(bytes.begin() + static_cast<std::ptrdiff_t>(start), entry.begin(), entry.end());
+  ends.insert(ends.begin() + static_cast<std::ptrdiff_t>(place), static_cast<std::uint32_t>(start));
+  for (std::size_t i = place; i < size(); ++i) ends[i] += static_cast<std::uint32_t>(entry.size());
+}
+
+/// Divides a full block; the place of an insertion then stands in one with room. Ascending entries are the common
+/// case: then the block stays full, and so it does around a single long entry.
+void MemoryIndex::makeRoom(std::size_t& at, std::size_t& place) {
   Block& left = *blocks_[at];
-  const bool ascending = at + 1 == blocks_.size() && insertedAt + 1 == left.size();
-  const std::size_t kept = ascending ? left.size() - 1 : left.size() / 2;
+  const bool ascending = at + 1 == blocks_.size() && place == left.size();
+  const auto behind = [this](std::size_t block) { return blocks_.begin() + static_cast<std::ptrdiff_t>(block); };
+  if (ascending || left.size() == 1) {
+    at += place == 0 ? 0 : 1;
+    place = 0;
+    left.bytes.shrink_to_fit();
+    left.ends.shrink_to_fit();
+    blocks_.insert(behind(at), std::make_unique<Block>());
+    return;
+  }
+  const std::size_t kept = left.size() / 2;
   auto right = std::make_unique<Block>();
   const std::uint32_t cut = left.ends[kept - 1];
-  right->bytes.reserve(kFullBlock);
-  right->bytes.assign(left.bytes, cut);
+  right->bytes.assign(left.bytes.begin() + cut, left.bytes.end());
   right->ends.assign(left.ends.begin() + static_cast<std::ptrdiff_t>(kept), left.ends.end());
   for (std::uint32_t& end : right->ends) end -= cut;
   left.bytes.resize(cut);
   left.ends.resize(kept);
-  if (ascending) {
-    left.bytes.shrink_to_fit();
-    left.ends.shrink_to_fit();
+  blocks_.insert(behind(at + 1), std::move(right));
+  if (place <= kept) return;
+  ++at;
+  place -= kept;
+}
+
+void MemoryIndex::pack() {
+  std::vector<std::unique_ptr<Block>> packed;
+  for (std::unique_ptr<Block>& block : blocks_) {
+    for (std::size_t i = 0; i < block->size(); ++i) {
+      const std::string_view entry = block->entry(i);
+      if (packed.empty() || packed.back()->bytes.size() + entry.size() > kPackedBlock) {
+        if (!packed.empty()) packed.back()->ends.shrink_to_fit();
+        packed.push_back(std::make_unique<Block>());
+      }
+      packed.back()->insert(packed.back()->size(), entry);
+    }
+    block.reset();
   }
-  blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(at) + 1, std::move(right));
+  blocks_ = std::move(packed);
+  ++version_;
 }
 
 void MemoryIndex::erase(std::string_view entry) {
@@ -128,7 +161,8 @@ void MemoryIndex::erase(std::string_view entry) {
   const std::size_t place = block.lowerBound(entry);
   if (block.entry(place) != entry) return;
   const std::size_t start = place == 0 ? 0 : block.ends[place - 1];
-  block.bytes.erase(start, entry.size());
+  const auto first = block.bytes.begin() + static_cast<std::ptrdiff_t>(start);
+  block.bytes.erase(first, first + static_cast<std::ptrdiff_t>(entry.size()));
   block.ends.erase(block.ends.begin() + static_cast<std::ptrdiff_t>(place));
   for (std::size_t i = place; i < block.size(); ++i) block.ends[i] -= static_cast<std::uint32_t>(entry.size());
   if (block.size() == 0) blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(at));

@@ -9,7 +9,7 @@
 namespace orva::embedded {
 
 /// A sorted set of byte strings in memory, packed in blocks of some thousand
-/// bytes: an entry costs its bytes and two more. Order is byte by byte, a shorter
+/// bytes: an entry costs its bytes and four more. Order is byte by byte, a shorter
 /// string before its continuation.
 class MemoryIndex {
  public:
@@ -44,20 +44,23 @@ class MemoryIndex {
   void insert(std::string_view entry);
   /// Without effect when there is no such entry.
   void erase(std::string_view entry);
+  /// Fills the blocks again after many insertions in no order.
+  void pack();
   std::size_t size() const { return size_; }
 
  private:
   struct Block {
-    std::string bytes;
+    std::vector<char> bytes;
     std::vector<std::uint32_t> ends;
 
     std::size_t size() const { return ends.size(); }
     std::string_view entry(std::size_t i) const;
     std::size_t lowerBound(std::string_view wanted) const;
+    void insert(std::size_t place, std::string_view entry);
   };
 
   std::size_t blockOf(std::string_view wanted) const;
-  void split(std::size_t block, std::size_t insertedAt);
+  void makeRoom(std::size_t& at, std::size_t& place);
 
   std::vector<std::unique_ptr<Block>> blocks_;
   std::size_t size_ = 0;

@@ -47,6 +47,7 @@ MemoryLookup::MemoryLookup(const access::Table& table, std::vector<LookupPart> p
     index_.insert(entryFor(table, scan.row()));
     if (index_.size() % 1024 == 0) table.letGoOfPages();
   }
+  index_.pack();
 }
 
 bool MemoryLookup::uses(const std::vector<access::Change>& changes) const {

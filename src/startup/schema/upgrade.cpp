@@ -10,10 +10,10 @@
 namespace orva {
 namespace {
 
-bool isNeeded(Connection& connection, const UpgradeRow& row) {
-  if (row.neededIf.empty()) return true;
+bool isNeeded(Connection& connection, std::string_view query) {
+  if (query.empty()) return true;
   bool needed = true;
-  passingOverDone([&] { needed = !connection.open(row.neededIf)->eof(); });
+  passingOverDone([&] { needed = !connection.open(query)->eof(); });
   return needed;
 }
 
@@ -23,7 +23,7 @@ void runUpgrade(Connection& connection, SchemaDialect dialect) {
   UpgradeSite site{connection, dialect};
   for (const UpgradeRow& row : upgradeRows()) {
     passingOverDone([&] { runProcedure(row.procedure, site); });
-    if (!isNeeded(connection, row)) continue;
+    if (!isNeeded(connection, row.neededIf) || !isNeeded(connection, row.alsoNeededIf)) continue;
     for (const std::string& command : upgradeCommands(row, dialect)) {
       passingOverDone([&] { connection.execute(command); });
     }

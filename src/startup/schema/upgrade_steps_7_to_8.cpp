@@ -90,7 +90,8 @@ constexpr UpgradeRow kRows[] = {
                "asset.defcode=fadefinition.defcode and asset.facode1 is null and fadefinition.facode1 is not null",
      .server = "update asset set facode1=fadefinition.facode1 from fadefinition where "
                "asset.defcode=fadefinition.defcode and asset.facode1 is null and fadefinition.facode1 is not null",
-     .neededIf = "select defcode from fadefinition where facode1 is not null"},
+     .neededIf = "select defcode from fadefinition where facode1 is not null",
+     .alsoNeededIf = "select assetid from asset where facode1 is null"},
     {.step = 8, .access = "alter table Asset drop column DateSold"},
     {.step = 8, .access = "alter table Asset add Accdep1 currency, Accdep2 currency"},
     {.step = 8, .access = "alter table Addition add Accdep1 currency, Accdep2 currency"},
@@ -186,7 +187,8 @@ constexpr UpgradeRow kRows[] = {
      .server = "update asset set facode1=subclass.facode1 from subclass where asset.defcode=subclass.defcode and "
                "asset.classcode=subclass.classcode and asset.subclasscode=subclass.subclasscode and "
                "(asset.facode1 is null or asset.facode1='') and subclass.facode1<>''",
-     .neededIf = "select defcode from subclass where facode1<>''"},
+     .neededIf = "select defcode from subclass where facode1<>''",
+     .alsoNeededIf = "select assetid from asset where facode1 is null or facode1=''"},
     {.step = 8,
      .access = "update asset,classification set asset.facode1=classification.facode1 where "
                "asset.defcode=classification.defcode and asset.classcode=classification.classcode and "
@@ -194,7 +196,8 @@ constexpr UpgradeRow kRows[] = {
      .server = "update asset set facode1=classification.facode1 from classification where "
                "asset.defcode=classification.defcode and asset.classcode=classification.classcode and "
                "(asset.facode1 is null or asset.facode1='') and classification.facode1<>''",
-     .neededIf = "select defcode from classification where facode1<>''"},
+     .neededIf = "select defcode from classification where facode1<>''",
+     .alsoNeededIf = "select assetid from asset where facode1 is null or facode1=''"},
     {.step = 8,
      .access = "update asset,subclass set asset.facode2=subclass.facode2 where asset.defcode=subclass.defcode and "
                "asset.classcode=subclass.classcode and asset.subclasscode=subclass.subclasscode and "
@@ -202,7 +205,8 @@ constexpr UpgradeRow kRows[] = {
      .server = "update asset set facode2=subclass.facode2 from subclass where asset.defcode=subclass.defcode and "
                "asset.classcode=subclass.classcode and asset.subclasscode=subclass.subclasscode and "
                "(asset.facode2 is null or asset.facode2='') and subclass.facode2<>''",
-     .neededIf = "select defcode from subclass where facode2<>''"},
+     .neededIf = "select defcode from subclass where facode2<>''",
+     .alsoNeededIf = "select assetid from asset where facode2 is null or facode2=''"},
     {.step = 8,
      .access = "update asset,classification set asset.facode2=classification.facode2 where "
                "asset.defcode=classification.defcode and asset.classcode=classification.classcode and "
@@ -210,7 +214,8 @@ constexpr UpgradeRow kRows[] = {
      .server = "update asset set facode2=classification.facode2 from classification where "
                "asset.defcode=classification.defcode and asset.classcode=classification.classcode and "
                "(asset.facode2 is null or asset.facode2='') and classification.facode2<>''",
-     .neededIf = "select defcode from classification where facode2<>''"},
+     .neededIf = "select defcode from classification where facode2<>''",
+     .alsoNeededIf = "select assetid from asset where facode2 is null or facode2=''"},
     {.step = 8,
      .access = "update fadep1,asset set fadep1.facode=asset.facode1 where fadep1.assetid=asset.assetid and "
                "(fadep1.facode is null or fadep1.facode='') and asset.facode1<>''",

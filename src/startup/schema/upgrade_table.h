@@ -47,6 +47,8 @@ struct UpgradeRow {
   /// A query in both dialects: while it has no row, the statement would find nothing to do, and
   /// is not sent. Spares companies without additional books a walk over all assets.
   std::string_view neededIf = {};
+  /// The same once more: spares companies whose assets have their codes a join of assets and categories.
+  std::string_view alsoNeededIf = {};
 };
 
 /// The rows of the thirteen steps in the order in which they run.

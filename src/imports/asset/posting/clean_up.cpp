@@ -58,7 +58,17 @@ std::string statementOf(const CleanUp& cleanUp, bool isServer) {
   sql += " set " + target + " = " + source;
   if (isServer) sql += " from " + std::string(cleanUp.source);
   sql += " where " + std::string(cleanUp.join) + " and (" + target + " is null or " + target + " = '') and (";
-  return sql + source + " is not null or " + source + " <>'')";
+  sql += source + " is not null or " + source + " <>'')";
+  // An empty text that replaces another would store a row, and with it whole tables, for nothing.
+  return sql + " and (" + target + " is null or " + source + " <> '')";
+}
+
+/// A join walks over all assets once for every category; a look for an empty column costs a fraction of that.
+bool isNeeded(const CompanyContext& company, const CleanUp& cleanUp) {
+  if (cleanUp.table != "asset") return true;
+  const std::string column(cleanUp.column);
+  return !company.connection->open("Select assetid from asset where " + column + " is null or " + column + " = ''")
+              ->eof();
 }
 
 }  // namespace
@@ -66,6 +76,7 @@ std::string statementOf(const CleanUp& cleanUp, bool isServer) {
 void cleanUpCodes(const CompanyContext& company) {
   for (const CleanUp& cleanUp : kCleanUps) {
     if (cleanUp.isKept && !(company.flags.*cleanUp.isKept)) continue;
+    if (!isNeeded(company, cleanUp)) continue;
     company.connection->execute(statementOf(cleanUp, company.isSqlServer));
   }
 }
