@@ -32,7 +32,7 @@ Cell converted(const Column& to, Cell cell) {
 }
 
 /// The definition of an index, to make it again.
-NewIndex specificationOf(const TableDefinition& definition, const LogicalIndex& logical) {
+NewIndex sameIndexAgain(const TableDefinition& definition, const LogicalIndex& logical) {
   const RealIndex& real = definition.realIndexes[logical.realIndex];
   NewIndex index{.name = logical.name,
                  .isPrimary = logical.kind == IndexKind::kPrimaryKey,
@@ -83,7 +83,7 @@ void SchemaChange::replaceColumn(Table& table, std::size_t position, const NewCo
           provider_number::kSyntaxOrExists,
           "Column '" + old.name + "' belongs to the relationship '" + index.name + "' and cannot be changed.");
     }
-    indexes.push_back(specificationOf(table.definition(), index));
+    indexes.push_back(sameIndexAgain(table.definition(), index));
   }
   for (const NewIndex& index : indexes) dropIndex(table.name(), index.name);
   TableDefinition& definition = table.editDefinition();
