@@ -8,7 +8,31 @@
 namespace orva::access {
 namespace {
 
+constexpr std::size_t kBits = 64;
+constexpr std::size_t kWords = kIndexCapacity / kBits + 1;
 constexpr std::size_t kStored = index_at::kEntries - index_at::kEnds;
+constexpr std::size_t kLastWord = kWords - 1;
+/// The last word is stored as far as a page can be full.
+constexpr std::size_t kLastWordSize = kStored - kLastWord * sizeof(std::uint64_t);
+static_assert(std::endian::native == std::endian::little);
+static_assert(kStored <= kWords * sizeof(std::uint64_t));
+
+std::uint64_t wordAt(const Byte* bits, std::size_t word) {
+  std::uint64_t value = 0;
+  if (word < kLastWord) {
+    std::memcpy(&value, bits + word * sizeof value, sizeof value);
+  } else {
+    std::memcpy(&value, bits + word * sizeof value, kLastWordSize);
+  }
+  return value;
+}
+
+void putWord(Byte* bits, std::size_t word, std::uint64_t value) {
+  std::memcpy(bits + word * sizeof value, &value, word < kLastWord ? sizeof value : kLastWordSize);
+}
+
+/// The bits of a word that stand for offsets up to one within it.
+std::uint64_t upTo(std::size_t offset) { return ~std::uint64_t{0} >> (kBits - 1 - offset % kBits); }
 
 /// The usual sum over halves; the standard function is a slow call on machines without the instruction.
 std::size_t countBits(std::uint64_t word) {
@@ -20,31 +44,27 @@ std::size_t countBits(std::uint64_t word) {
 
 }  // namespace
 
-EntryEnds::EntryEnds(ByteView page) {
-  static_assert(std::endian::native == std::endian::little);
-  static_assert(kStored <= sizeof(Words));
-  std::memcpy(words_.data(), page.data() + index_at::kEnds, kStored);
+EntryEnds::EntryEnds(ByteView page) : bits_(page.data() + index_at::kEnds) {
   constexpr std::uint64_t kPastCapacity = ~std::uint64_t{0} << kIndexCapacity % kBits << 1;
-  require((words_.front() & 1) == 0 && (words_.back() & kPastCapacity) == 0, "an entry of the index page has no key");
+  require((bits_[0] & 1) == 0 && (wordAt(bits_, kLastWord) & kPastCapacity) == 0,
+          "an entry of the index page has no key");
 }
-
-void EntryEnds::write(ByteSpan page) const { std::memcpy(page.data() + index_at::kEnds, words_.data(), kStored); }
 
 std::size_t EntryEnds::countUpTo(std::size_t offset) const {
   std::size_t count = 0;
   const std::size_t word = offset / kBits;
-  for (std::size_t i = 0; i < word; ++i) count += countBits(words_[i]);
-  return count + countBits(words_[word] & (~std::uint64_t{0} >> (kBits - 1 - offset % kBits)));
+  for (std::size_t i = 0; i < word; ++i) count += countBits(wordAt(bits_, i));
+  return count + countBits(wordAt(bits_, word) & upTo(offset));
 }
 
 std::size_t EntryEnds::at(std::size_t i) const {
   for (std::size_t word = 0; word < kWords; ++word) {
-    const std::size_t here = countBits(words_[word]);
+    const std::size_t here = countBits(wordAt(bits_, word));
     if (i >= here) {
       i -= here;
       continue;
     }
-    std::uint64_t bits = words_[word];
+    std::uint64_t bits = wordAt(bits_, word);
     for (; i > 0; --i) bits &= bits - 1;
     return word * kBits + static_cast<std::size_t>(std::countr_zero(bits));
   }
@@ -53,58 +73,61 @@ std::size_t EntryEnds::at(std::size_t i) const {
 
 std::size_t EntryEnds::next(std::size_t offset) const {
   std::size_t word = offset / kBits;
-  std::uint64_t bits = words_[word] & ~std::uint64_t{0} << offset % kBits;
+  std::uint64_t bits = wordAt(bits_, word) & ~std::uint64_t{0} << offset % kBits;
   while (bits == 0) {
     if (++word == kWords) return 0;
-    bits = words_[word];
+    bits = wordAt(bits_, word);
   }
   return word * kBits + static_cast<std::size_t>(std::countr_zero(bits));
 }
 
 std::size_t EntryEnds::previous(std::size_t offset) const {
   std::size_t word = offset / kBits;
-  std::uint64_t bits = words_[word] & (~std::uint64_t{0} >> (kBits - 1 - offset % kBits));
+  std::uint64_t bits = wordAt(bits_, word) & upTo(offset);
   while (bits == 0) {
     if (word == 0) return 0;
-    bits = words_[--word];
+    bits = wordAt(bits_, --word);
   }
   return word * kBits + (kBits - 1 - static_cast<std::size_t>(std::countl_zero(bits)));
 }
 
-EntryEnds::Words EntryEnds::upTo(const Words& words, std::size_t offset) {
-  Words kept{};
-  const std::size_t word = offset / kBits;
-  std::copy_n(words.begin(), word + 1, kept.begin());
-  kept[word] &= ~std::uint64_t{0} >> (kBits - 1 - offset % kBits);
-  return kept;
+void setEntryEnd(ByteSpan page, std::size_t end) {
+  page[index_at::kEnds + end / 8] |= static_cast<Byte>(1u << end % 8);
 }
 
-EntryEnds::Words EntryEnds::behind(const Words& words, std::size_t offset) {
-  Words kept = words;
-  const Words dropped = upTo(words, offset);
-  for (std::size_t i = 0; i < kWords; ++i) kept[i] &= ~dropped[i];
-  return kept;
-}
-
-void EntryEnds::moveUp(std::size_t behindOffset, std::size_t by) {
-  const Words moving = behind(words_, behindOffset);
-  words_ = upTo(words_, behindOffset);
-  const std::size_t shift = by / kBits;
-  const std::size_t bits = by % kBits;
-  for (std::size_t i = kWords; i-- > shift;) {
-    words_[i] |= moving[i - shift] << bits;
-    if (bits != 0 && i > shift) words_[i] |= moving[i - shift - 1] >> (kBits - bits);
+void moveEntryEndsUp(ByteSpan page, std::size_t behind, std::size_t by, std::size_t last) {
+  if (last <= behind) return;
+  Byte* const bits = page.data() + index_at::kEnds;
+  const std::size_t lowest = behind / kBits;
+  const auto moving = [&](std::size_t word) {
+    return word < lowest ? 0 : wordAt(bits, word) & (word == lowest ? ~upTo(behind) : ~std::uint64_t{0});
+  };
+  const std::uint64_t kept = wordAt(bits, lowest) & upTo(behind);
+  const std::size_t words = by / kBits;
+  const std::size_t shift = by % kBits;
+  // From the top, so that every word is read before it is written.
+  for (std::size_t i = (last + by) / kBits + 1; i-- > lowest;) {
+    std::uint64_t moved = i < words ? 0 : moving(i - words) << shift;
+    if (shift != 0 && i > words) moved |= moving(i - words - 1) >> (kBits - shift);
+    putWord(bits, i, moved | (i == lowest ? kept : 0));
   }
 }
 
-void EntryEnds::moveDown(std::size_t behindOffset, std::size_t removed, std::size_t by) {
-  const Words moving = behind(words_, removed);
-  words_ = upTo(words_, behindOffset);
-  const std::size_t shift = by / kBits;
-  const std::size_t bits = by % kBits;
-  for (std::size_t i = 0; i + shift < kWords; ++i) {
-    words_[i] |= moving[i + shift] >> bits;
-    if (bits != 0 && i + shift + 1 < kWords) words_[i] |= moving[i + shift + 1] << (kBits - bits);
+void moveEntryEndsDown(ByteSpan page, std::size_t behind, std::size_t removed, std::size_t last) {
+  Byte* const bits = page.data() + index_at::kEnds;
+  const std::size_t lowest = removed / kBits;
+  const std::size_t highest = last / kBits;
+  const auto moving = [&](std::size_t word) {
+    if (word < lowest || word > highest) return std::uint64_t{0};
+    return wordAt(bits, word) & (word == lowest ? ~upTo(removed) : ~std::uint64_t{0});
+  };
+  const std::size_t words = (removed - behind) / kBits;
+  const std::size_t shift = (removed - behind) % kBits;
+  // From the bottom, so that every word is read before it is written.
+  for (std::size_t i = behind / kBits; i <= highest; ++i) {
+    std::uint64_t moved = moving(i + words) >> shift;
+    if (shift != 0) moved |= moving(i + words + 1) << (kBits - shift);
+    putWord(bits, i, moved | (i == behind / kBits ? wordAt(bits, i) & upTo(behind) : 0));
   }
 }
 

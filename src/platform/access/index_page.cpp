@@ -39,6 +39,15 @@ void IndexPageView::copyEntryEndingAt(std::size_t end, Bytes& into) const {
   append(into, own.first(own.size() - trailing));
 }
 
+bool IndexPageView::equals(std::size_t end, ByteView entry, std::size_t except) const {
+  ByteView own = stored(end);
+  if (!isLeaf()) own = own.first(own.size() - std::min(own.size(), kChildSize));
+  const std::size_t shared = end == ends_.next(0) ? 0 : prefix_;
+  if (shared + own.size() != entry.size() || entry.size() < shared + except) return false;
+  return std::memcmp(page_.data() + index_at::kEntries, entry.data(), shared) == 0 &&
+         std::memcmp(own.data(), entry.data() + shared, own.size() - except) == 0;
+}
+
 Bytes IndexPageView::entryEndingAt(std::size_t end) const {
   Bytes bytes;
   copyEntryEndingAt(end, bytes);
@@ -106,9 +115,9 @@ bool LeafEditor::insert(std::size_t place, ByteView entry) {
   std::memmove(data + keepFrom + added, data + keepFrom, used - keepFrom);
   const ByteView stored = place == 0 ? entry : entry.subspan(prefix_);
   std::memcpy(data + place, stored.data(), stored.size());
-  ends_.moveUp(place, added);
-  ends_.set(place + stored.size());
-  writeEnds();
+  moveEntryEndsUp(page_, place, added, used);
+  setEntryEnd(page_, place + stored.size());
+  writeFree(used + added);
   return true;
 }
 
@@ -118,10 +127,10 @@ void LeafEditor::erase(std::size_t place, std::size_t to) {
   const std::size_t from = place == 0 && to < used ? prefix_ : place;
   Byte* const data = page_.data() + index_at::kEntries;
   std::memmove(data + from, data + to, used - to);
-  ends_.moveDown(place, to, to - from);
+  moveEntryEndsDown(page_, from, to, used);
   const std::size_t left = ends_.last();
   if (left == 0 || ends_.previous(left - 1) == 0) putU16(page_, index_at::kPrefix, 0);
-  writeEnds();
+  writeFree(left);
 }
 
 bool LeafEditor::sharesPrefix(ByteView entry) const {
@@ -129,9 +138,14 @@ bool LeafEditor::sharesPrefix(ByteView entry) const {
          std::memcmp(entry.data(), page_.data() + index_at::kEntries, prefix_) == 0;
 }
 
-void LeafEditor::writeEnds() {
-  ends_.write(page_);
-  putU16(page_, index_at::kFree, kIndexCapacity - ends_.last());
+void LeafEditor::writeFree(std::size_t used) { putU16(page_, index_at::kFree, kIndexCapacity - used); }
+
+bool renameEntry(ByteSpan node, std::size_t end, ByteView entry) {
+  const IndexPageView view(node);
+  const std::size_t begin = view.ends().previous(end - 1);
+  if (view.prefix() != 0 || end - begin != entry.size() + kChildSize) return false;
+  std::memcpy(node.data() + index_at::kEntries + begin, entry.data(), entry.size());
+  return true;
 }
 
 IndexPage IndexPage::read(ByteView bytes) {

@@ -25,14 +25,12 @@ class IndexPageView {
   std::size_t prefix() const { return prefix_; }
 
   std::size_t size() const { return ends_.count(); }
-  /// The whole entry, with the shared prefix. On nodes without the child's number.
-  /// On nodes without the child's number.
+  /// The whole entry, with the shared prefix; on nodes without the child's number.
   Bytes entry(std::size_t i) const { return entryEndingAt(ends_.at(i)); }
   Bytes entryEndingAt(std::size_t end) const;
   /// Where the bytes of entries end, counted from the first entry.
   const EntryEnds& ends() const { return ends_; }
-  /// First entry that is not less than `wanted`: its number, and where it starts.
-  std::size_t lowerBound(ByteView wanted) const { return ends_.countUpTo(placeOf(wanted)); }
+  /// Where the first entry starts that is not less than `wanted`.
   std::size_t placeOf(ByteView wanted) const;
   /// End of the entry that starts at a place; 0 behind the last one.
   std::size_t endOfEntryAt(std::size_t place) const { return place < kIndexCapacity ? ends_.next(place + 1) : 0; }
@@ -44,6 +42,8 @@ class IndexPageView {
   PageNumber childEndingAt(std::size_t end) const;
 
   void copyEntryEndingAt(std::size_t end, Bytes& into) const;
+  /// True when the entry that ends at an offset has these bytes; with the last `except` left out.
+  bool equals(std::size_t end, ByteView entry, std::size_t except = 0) const;
 
  private:
   /// The stored bytes of the entry that ends at an offset.
@@ -67,12 +67,16 @@ class LeafEditor {
 
  private:
   bool sharesPrefix(ByteView entry) const;
-  void writeEnds();
+  void writeFree(std::size_t used);
 
   ByteSpan page_;
   std::size_t prefix_;
   EntryEnds ends_;
 };
+
+/// Gives the entry of a node that ends at an offset another name of the same length, in place.
+/// False, with nothing changed, when the page has to be written anew.
+bool renameEntry(ByteSpan node, std::size_t end, ByteView entry);
 
 /// One page of an index tree in a form that can be changed.
 class IndexPage {

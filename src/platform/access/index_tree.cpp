@@ -27,18 +27,23 @@ IndexPageView IndexTree::view(PageNumber page) const {
 
 IndexTree::Path IndexTree::descend(ByteView wanted) const {
   Path path;
+  path.reserve(4);
   for (PageNumber page = root_;;) {
     const IndexPageView content = view(page);
-    const std::size_t position = file_.at(page, [&] { return content.lowerBound(wanted); });
+    std::size_t place = file_.at(page, [&] { return content.placeOf(wanted); });
     if (content.isLeaf()) {
-      path.push_back({page, position});
+      path.push_back({page, place});
       return path;
     }
-    if (content.childCount() == 0) file_.fail(page, "an index node has no children");
     if (path.size() >= kDeepest) file_.fail(page, "the pages of an index form a ring");
-    const std::size_t child = std::min(position, content.childCount() - 1);
-    path.push_back({page, child});
-    page = file_.at(page, [&] { return content.child(child); });
+    const std::size_t last = content.ends().last();
+    // Without a tail the last entry leads on to whatever is greater.
+    if (place == last && last != 0 && content.tail() == 0) place = content.ends().previous(last - 1);
+    path.push_back({page, place});
+    const std::size_t end = content.endOfEntryAt(place);
+    const PageNumber child = file_.at(page, [&] { return end == 0 ? content.tail() : content.childEndingAt(end); });
+    if (child == 0) file_.fail(page, "an index node has no children");
+    page = child;
   }
 }
 

@@ -83,7 +83,7 @@ class IndexTree {
   friend class IndexCursor;
   struct Step {
     PageNumber page;
-    std::size_t child;  // of a node; position in a leaf
+    std::size_t place;  // where the entry starts that leads on, or the first one of a leaf that is not less
   };
   using Path = std::vector<Step>;
 
@@ -91,6 +91,7 @@ class IndexTree {
   Path descend(ByteView wanted) const;
   PageNumber leafFor(ByteView wanted) const;
   PageNumber edgeLeaf(PageNumber from, bool rightmost) const;
+  std::size_t numberOf(const Step& step) const { return view(step.page).ends().countUpTo(step.place); }
   PageNumber newPage();
   void dropPage(PageNumber page);
   void write(PageNumber page, const IndexPage& content);

@@ -12,10 +12,6 @@ constexpr std::size_t kFullEnoughAfterMerge = kIndexCapacity * 4 / 5;
 /// Room that a bulk-built page keeps for later entries.
 constexpr std::size_t kBuildReserve = 256;
 
-bool sameKey(ByteView left, ByteView right) {
-  return left.size() == right.size() && std::equal(left.begin(), left.end() - kRowIdSize, right.begin());
-}
-
 }  // namespace
 
 PageNumber IndexTree::createRoot(PageFile& file, PageAllocator& allocator, PageNumber table, SlotAddress map) {
@@ -43,26 +39,23 @@ void IndexTree::write(PageNumber page, const IndexPage& content) {
 bool IndexTree::insert(const IndexEntry& entry) {
   ++version_;
   const Bytes bytes = entry.bytes();
-  const PageNumber leaf = leafFor(bytes);
+  Path path = descend(bytes);
+  const auto [leaf, place] = path.back();
   const IndexPageView content = view(leaf);
-  const std::size_t place = file_.at(leaf, [&] { return content.placeOf(bytes); });
   const bool isLast = place == content.ends().last();
-  const bool isNewKey = file_.at(leaf, [&] {
-    const auto same = [&](std::size_t end) { return end != 0 && sameKey(content.entryEndingAt(end), bytes); };
-    return !same(place) && !same(content.endOfEntryAt(place));
+  const bool isNewKey = file_.at(leaf, [&, start = place] {
+    const auto same = [&](std::size_t end) { return end != 0 && content.equals(end, bytes, kRowIdSize); };
+    return !same(start) && !same(content.endOfEntryAt(start));
   });
   if (!LeafEditor(file_.change(leaf)).insert(place, bytes)) {
     if (place == 0 && appendToLeaf(content.previous(), bytes)) return isNewKey;
-    Path path = descend(bytes);
-    const std::size_t position = path.back().child;
+    const std::size_t position = numberOf(path.back());
     IndexPage page = IndexPage::read(file_.page(leaf));
     page.insert(position, bytes);
     store(path, path.size() - 1, std::move(page), position);
+    path = descend(bytes);
   }
-  if (isLast && leaf != root_) {
-    const Path now = descend(bytes);
-    raiseLast(now, now.size() - 1, bytes);
-  }
+  if (isLast && path.size() > 1) raiseLast(path, path.size() - 1, bytes);
   return isNewKey;
 }
 
@@ -104,7 +97,8 @@ IndexTree::Path& IndexTree::deepen(Path& path, const IndexPage& root) {
 
 /// Divides a page among itself and new ones to its right, and tells the parent.
 void IndexTree::split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt) {
-  Step& parentStep = path[depth - 1];
+  const Step& parentStep = path[depth - 1];
+  const std::size_t child = numberOf(parentStep);
   IndexPage parent = IndexPage::read(file_.page(parentStep.page));
   const PageNumber follower = page.next;
   std::vector<IndexPage> parts = page.divide(insertedAt);
@@ -116,13 +110,13 @@ void IndexTree::split(Path& path, std::size_t depth, IndexPage page, std::size_t
     const PageNumber right = isLast ? follower : newPage();
     parts[i].previous = before;
     parts[i].next = right;
-    if (!isLast) parent.insert(parentStep.child + i, parts[i].giveLast(), place);
+    if (!isLast) parent.insert(child + i, parts[i].giveLast(), place);
     write(place, parts[i]);
-    if (isLast) parent.setChild(parentStep.child + i, place);
+    if (isLast) parent.setChild(child + i, place);
     before = std::exchange(place, right);
   }
   relink(follower, before, 0);
-  store(path, depth - 1, std::move(parent), parentStep.child);
+  store(path, depth - 1, std::move(parent), child);
 }
 
 /// Sets the neighbours of a page that are not 0; no page, no effect.
@@ -138,13 +132,19 @@ void IndexTree::raiseLast(const Path& path, std::size_t depth, const Bytes& last
   for (; depth > 0; --depth) {
     const Step& step = path[depth - 1];
     const IndexPageView parent = view(step.page);
-    if (step.child >= parent.size()) continue;  // the tail is not named
-    if (parent.entry(step.child) == last) return;
+    const std::size_t end = parent.endOfEntryAt(step.place);
+    if (end == 0) continue;  // the tail is not named
+    if (file_.at(step.page, [&] { return parent.equals(end, last); })) return;
+    const bool wasLast = end == parent.ends().last() && parent.tail() == 0;
+    if (renameEntry(file_.change(step.page), end, last)) {
+      if (!wasLast) return;
+      continue;
+    }
+    const std::size_t child = numberOf(step);
     IndexPage page = IndexPage::read(file_.page(step.page));
-    page.replaceEntry(step.child, last);
+    page.replaceEntry(child, last);
     Path above(path.begin(), path.begin() + static_cast<std::ptrdiff_t>(depth));
-    const bool wasLast = step.child + 1 == page.childCount();
-    store(above, depth - 1, std::move(page), step.child);
+    store(above, depth - 1, std::move(page), child);
     if (!wasLast) return;
     return raiseLast(descend(last), depth - 1, last);
   }
@@ -194,9 +194,10 @@ void IndexTree::removePage(Path& path, std::size_t depth) {
   dropPage(page);
 
   const Step step = path[depth - 1];
+  const std::size_t child = numberOf(step);
   IndexPage parent = IndexPage::read(file_.page(step.page));
-  const bool wasRightmost = step.child + 1 == parent.childCount();
-  parent.eraseChild(step.child);
+  const bool wasRightmost = child + 1 == parent.childCount();
+  parent.eraseChild(child);
   if (parent.childCount() == 0) {
     if (depth == 1) return write(root_, IndexPage(PageType::kIndexLeaf, table_, 0));
     return removePage(path, depth - 1);
@@ -211,7 +212,6 @@ void IndexTree::removePage(Path& path, std::size_t depth) {
   write(step.page, parent);
   if (wasRightmost && depth > 1) {
     path.resize(depth);
-    path.back().child = parent.childCount() - 1;
     raiseLast(path, depth - 1, lastEntry(rightmost));
   }
   flattenRoot();
@@ -238,8 +238,9 @@ void IndexTree::mergeIfSmall(PageNumber leftPage) {
   Path path = descend(left.entry(0));
   const Step step = path[path.size() - 2];
   const IndexPageView parent = view(step.page);
-  if (step.child + 1 >= parent.childCount()) return;
-  const PageNumber rightPage = parent.child(step.child + 1);
+  const std::size_t child = numberOf(step);
+  if (child + 1 >= parent.childCount()) return;
+  const PageNumber rightPage = parent.child(child + 1);
   // Most neighbours are too full to take anything.
   if (view(rightPage).ends().last() > kFullEnoughAfterMerge) return;
   IndexPage merged = IndexPage::read(file_.page(rightPage));

@@ -6,6 +6,13 @@
 #include "platform/access/rc4.h"
 
 namespace orva::access {
+namespace {
+
+/// Pages and frames that are kept for the next use, because making them costs more than filling them.
+constexpr std::size_t kSparePages = 64;
+constexpr std::size_t kSpareFrames = PageFile::kCachedPages / 8;
+
+}  // namespace
 
 PageFile::PageFile(FileSystem& files, std::string path, std::unique_ptr<RandomAccessFile> file, bool writable)
     : files_(files), path_(std::move(path)), file_(std::move(file)), writable_(writable) {}
@@ -75,7 +82,7 @@ PageFile::Frame& PageFile::frame(PageNumber number) {
   if (number >= pageCount_) fail(number, "a pointer leads to this page, which is past the end of the file");
   auto& slot = frames_[number];
   if (!slot) {
-    auto loaded = std::make_unique<Frame>();
+    auto loaded = takeFrame();
     load(number, loaded->page);
     slot = std::move(loaded);
     ++cached_;
@@ -85,9 +92,25 @@ PageFile::Frame& PageFile::frame(PageNumber number) {
 }
 
 PageFile::Frame& PageFile::newFrame(PageNumber number) {
-  frames_[number] = std::make_unique<Frame>();
+  frames_[number] = takeFrame();
+  frames_[number]->page.fill(Byte{0});
   ++cached_;
   return *frames_[number];
+}
+
+std::unique_ptr<PageFile::Frame> PageFile::takeFrame() {
+  if (spareFrames_.empty()) return std::make_unique_for_overwrite<Frame>();
+  auto frame = std::move(spareFrames_.back());
+  spareFrames_.pop_back();
+  return frame;
+}
+
+/// Only of a page that is neither unsaved nor changed.
+void PageFile::dropFrame(std::unique_ptr<Frame>& slot) {
+  slot->used = false;
+  if (spareFrames_.size() < kSpareFrames) spareFrames_.push_back(std::move(slot));
+  slot.reset();
+  --cached_;
 }
 
 void PageFile::load(PageNumber number, Page& page) {
@@ -163,7 +186,7 @@ void PageFile::commit() {
     spare_.push_back(std::move(target.before));
     markUnsaved(number, target);
   }
-  if (spare_.size() > 64) spare_.resize(64);
+  if (spare_.size() > kSparePages) spare_.resize(kSparePages);
   changed_.clear();
   committedPages_ = pageCount_;
   if (sweepIsDue()) sweep();
@@ -218,8 +241,7 @@ void PageFile::trim() {
     if (slot->used) {
       slot->used = false;
     } else {
-      slot.reset();
-      --cached_;
+      dropFrame(slot);
     }
   }
 }

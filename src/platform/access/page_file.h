@@ -71,7 +71,7 @@ class PageFile {
 
  private:
   struct Frame {
-    Page page{};
+    Page page;                          // as read, or filled with zeros, by whoever makes the frame
     std::unique_ptr<Page> before = {};  // as it was before the transaction
     bool unsaved = false;
     bool used = false;
@@ -80,6 +80,8 @@ class PageFile {
   PageFile(FileSystem& files, std::string path, std::unique_ptr<RandomAccessFile> file, bool writable);
   Frame& frame(PageNumber number);
   Frame& newFrame(PageNumber number);
+  std::unique_ptr<Frame> takeFrame();
+  void dropFrame(std::unique_ptr<Frame>& slot);
   void load(PageNumber number, Page& page);
   void store(PageNumber number, const Page& page);
   void recover();
@@ -103,6 +105,7 @@ class PageFile {
   std::vector<PageNumber> changed_;
   std::vector<PageNumber> unsaved_;
   std::vector<std::unique_ptr<Page>> spare_;
+  std::vector<std::unique_ptr<Frame>> spareFrames_;
   std::chrono::steady_clock::time_point lastSweep_ = std::chrono::steady_clock::now();
 };
 

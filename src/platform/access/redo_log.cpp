@@ -31,6 +31,9 @@ std::uint64_t checksum(ByteView bytes, std::uint64_t seed) {
 }
 
 std::size_t firstDifference(const Page& left, const Page& right, std::size_t at) {
+  constexpr std::size_t kBlock = 256;
+  const auto sameUpTo = [&](std::size_t end) { return std::memcmp(&left[at], &right[at], end - at) == 0; };
+  for (std::size_t end = (at / kBlock + 1) * kBlock; at < kPageSize && sameUpTo(end); end += kBlock) at = end;
   while (at + 8 <= kPageSize && std::memcmp(&left[at], &right[at], 8) == 0) at += 8;
   while (at < kPageSize && left[at] == right[at]) ++at;
   return at;
