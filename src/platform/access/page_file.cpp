@@ -1,6 +1,8 @@
 #include "platform/access/page_file.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
 #include "platform/access/file_header.h"
 #include "platform/access/rc4.h"
@@ -11,6 +13,8 @@ namespace {
 /// Pages and frames that are kept for the next use, because making them costs more than filling them.
 constexpr std::size_t kSparePages = 64;
 constexpr std::size_t kSpareFrames = PageFile::kCachedPages / 8;
+/// Pages that are read at once when pages are asked for in their order.
+constexpr PageNumber kRun = 8;
 
 }  // namespace
 
@@ -81,11 +85,13 @@ const Page& PageFile::page(PageNumber number) { return frame(number).page; }
 PageFile::Frame& PageFile::frame(PageNumber number) {
   if (number >= pageCount_) fail(number, "a pointer leads to this page, which is past the end of the file");
   auto& slot = frames_[number];
+  if (!slot && number == lastLoaded_ + 1) loadRun(number);
   if (!slot) {
     auto loaded = takeFrame();
     load(number, loaded->page);
     slot = std::move(loaded);
     ++cached_;
+    lastLoaded_ = number;
   }
   slot->used = true;
   return *slot;
@@ -115,6 +121,27 @@ void PageFile::dropFrame(std::unique_ptr<Frame>& slot) {
 
 void PageFile::load(PageNumber number, Page& page) {
   file_->read(std::uint64_t{number} * kPageSize, page);
+  decode(number, page);
+}
+
+/// Whoever reads two pages in their order reads on.
+void PageFile::loadRun(PageNumber first) {
+  std::array<Byte, kRun * kPageSize> bytes;
+  PageNumber count = 0;
+  while (count < kRun && first + count < committedPages_ && !frames_[first + count]) ++count;
+  if (count < 2) return;
+  file_->read(std::uint64_t{first} * kPageSize, ByteSpan(bytes).first(count * kPageSize));
+  for (PageNumber i = 0; i < count; ++i) {
+    auto loaded = takeFrame();
+    std::memcpy(loaded->page.data(), bytes.data() + i * kPageSize, kPageSize);
+    decode(first + i, loaded->page);
+    frames_[first + i] = std::move(loaded);
+  }
+  cached_ += count;
+  lastLoaded_ = first + count - 1;
+}
+
+void PageFile::decode(PageNumber number, Page& page) const {
   if (scramblingKey_ == 0 || number == 0) return;
   Byte key[4];
   putU32(key, 0, scramblingKey_ ^ number);
@@ -142,6 +169,7 @@ Page& PageFile::change(PageNumber number) {
   if (!writable_ || broken_) {
     throw AccessFileError(provider_number::kUnspecified, path_ + ": the database is open for reading only.");
   }
+  ++version_;
   Frame& target = frame(number);
   if (!target.before) {
     target.before = copyOf(target.page);
@@ -194,6 +222,7 @@ void PageFile::commit() {
 }
 
 void PageFile::rollback() {
+  ++version_;
   for (const PageNumber number : changed_) {
     Frame& target = *frames_[number];
     target.page = *target.before;
@@ -233,6 +262,7 @@ void PageFile::sweep() {
 
 void PageFile::trim() {
   if (cached_ <= kCachedPages || pageCount_ == 0) return;
+  ++version_;
   // Second chance: a page goes when it was not used since the hand last passed.
   for (PageNumber steps = 2 * pageCount_; steps > 0 && cached_ > kCachedPages - kCachedPages / 8; --steps) {
     trimHand_ = trimHand_ + 1 < pageCount_ ? trimHand_ + 1 : 0;

@@ -37,6 +37,8 @@ class PageFile {
 
   const std::string& path() const { return path_; }
   bool isWritable() const { return writable_; }
+  /// True after a write failed that the side file makes good at the next open.
+  bool isBroken() const { return broken_; }
   PageNumber pageCount() const { return pageCount_; }
   /// Pages n >= 1 are coded with this key from now on; 0 = plain.
   void setScramblingKey(std::uint32_t key) { scramblingKey_ = key; }
@@ -47,6 +49,8 @@ class PageFile {
   /// A new page of zeros at the end. Throws at the limit of 2 GB.
   PageNumber append();
 
+  /// Grows whenever bytes of pages, or the place where they are in memory, may have become others.
+  std::uint64_t version() const { return version_; }
   bool hasChanges() const { return !changed_.empty(); }
   /// Makes the changes since the last commit durable against the end of the program.
   void commit();
@@ -83,6 +87,8 @@ class PageFile {
   std::unique_ptr<Frame> takeFrame();
   void dropFrame(std::unique_ptr<Frame>& slot);
   void load(PageNumber number, Page& page);
+  void loadRun(PageNumber first);
+  void decode(PageNumber number, Page& page) const;
   void store(PageNumber number, const Page& page);
   void recover();
   void openLog();
@@ -102,6 +108,8 @@ class PageFile {
   std::vector<std::unique_ptr<Frame>> frames_;
   std::size_t cached_ = 0;
   PageNumber trimHand_ = 0;
+  std::uint64_t version_ = 0;
+  PageNumber lastLoaded_ = 0;
   std::vector<PageNumber> changed_;
   std::vector<PageNumber> unsaved_;
   std::vector<std::unique_ptr<Page>> spare_;

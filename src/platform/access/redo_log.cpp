@@ -15,8 +15,8 @@ constexpr std::uint32_t kRecordMagic = 0x5243524F;
 constexpr std::size_t kFileHeader = 12;
 constexpr std::size_t kRecordHeader = 20;
 constexpr std::size_t kRangeHeader = 8;
-/// Equal bytes that do not end a range; shorter gaps cost less than a new range.
-constexpr std::size_t kGap = 16;
+/// Ranges begin and end at multiples of this.
+constexpr std::size_t kUnit = 16;
 
 std::uint64_t checksum(ByteView bytes, std::uint64_t seed) {
   constexpr std::uint64_t kPrime = 0x9E3779B97F4A7C15;
@@ -30,22 +30,18 @@ std::uint64_t checksum(ByteView bytes, std::uint64_t seed) {
   return sum ^ sum >> 32;
 }
 
-std::size_t firstDifference(const Page& left, const Page& right, std::size_t at) {
-  constexpr std::size_t kBlock = 256;
-  const auto sameUpTo = [&](std::size_t end) { return std::memcmp(&left[at], &right[at], end - at) == 0; };
-  for (std::size_t end = (at / kBlock + 1) * kBlock; at < kPageSize && sameUpTo(end); end += kBlock) at = end;
-  while (at + 8 <= kPageSize && std::memcmp(&left[at], &right[at], 8) == 0) at += 8;
-  while (at < kPageSize && left[at] == right[at]) ++at;
-  return at;
+bool isEqual(const Page& left, const Page& right, std::size_t at, std::size_t size) {
+  return std::memcmp(&left[at], &right[at], size) == 0;
 }
 
-/// End of the changed range from `begin`: the first place followed by a gap of equal bytes.
-std::size_t rangeEnd(const Page& left, const Page& right, std::size_t begin) {
-  std::size_t end = begin + 1;
-  for (std::size_t at = end; at < kPageSize && at < end + kGap; ++at) {
-    if (left[at] != right[at]) end = at + 1;
-  }
-  return end;
+/// The first unit from `at` on that differs.
+std::size_t firstDifference(const Page& left, const Page& right, std::size_t at) {
+  constexpr std::size_t kBlock = 16 * kUnit;
+  while (at < kPageSize && at % kBlock != 0 && isEqual(left, right, at, kUnit)) at += kUnit;
+  if (at % kBlock != 0) return at;
+  while (at < kPageSize && isEqual(left, right, at, kBlock)) at += kBlock;
+  while (at < kPageSize && isEqual(left, right, at, kUnit)) at += kUnit;
+  return at;
 }
 
 }  // namespace
@@ -86,13 +82,16 @@ bool RedoLog::recover(const ApplyRange& applyRange, const ApplyLength& applyLeng
 
 void RedoLog::addPage(PageNumber page, const Page& before, const Page& after) {
   if (record_.empty()) record_.resize(kRecordHeader);
-  for (std::size_t at = firstDifference(before, after, 0); at < kPageSize;) {
-    const std::size_t end = rangeEnd(before, after, at);
-    appendUnsigned(record_, page, 4);
-    appendUnsigned(record_, at, 2);
-    appendUnsigned(record_, end - at, 2);
-    append(record_, ByteView(after).subspan(at, end - at));
-    at = end < kPageSize ? firstDifference(before, after, end) : end;
+  for (std::size_t at = firstDifference(before, after, 0); at < kPageSize; at = firstDifference(before, after, at)) {
+    std::size_t end = at + kUnit;
+    while (end < kPageSize && !isEqual(before, after, end, kUnit)) end += kUnit;
+    const std::size_t header = record_.size();
+    record_.resize(header + kRangeHeader + end - at);
+    putU32(record_, header, page);
+    putU16(record_, header + 4, at);
+    putU16(record_, header + 6, end - at);
+    std::memcpy(record_.data() + header + kRangeHeader, &after[at], end - at);
+    at = end;
   }
 }
 

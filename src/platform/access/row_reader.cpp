@@ -11,7 +11,15 @@ constexpr int kLongestPointerChain = 16;
 
 }  // namespace
 
-RowReader::Place RowReader::locate(RowId row) const {
+const RowReader::Place& RowReader::locate(RowId row) const {
+  if (row == lastRow_ && lastVersion_ == file_.version() && !lastPlace_.bytes.empty()) return lastPlace_;
+  lastPlace_ = follow(row);
+  lastRow_ = row;
+  lastVersion_ = file_.version();
+  return lastPlace_;
+}
+
+RowReader::Place RowReader::follow(RowId row) const {
   SlotAddress at = addressOf(row);
   for (int i = 0; i < kLongestPointerChain; ++i) {
     const auto place = file_.at(at.page, [&]() -> std::optional<Place> {
@@ -51,7 +59,7 @@ Cell RowReader::decode(const Column& column, const StoredRow& stored) const {
 }
 
 Cell RowReader::cell(RowId row, std::size_t column) const {
-  const Place place = locate(row);
+  const Place& place = locate(row);
   return file_.at(place.address.page,
                   [&] { return decode(definition_.columns[column], StoredRow(place.bytes, definition_)); });
 }

@@ -29,12 +29,17 @@ class RowReader {
     SlotAddress address;
     ByteView bytes;
   };
-  Place locate(RowId row) const;
+  const Place& locate(RowId row) const;
+  Place follow(RowId row) const;
   Cell decode(const Column& column, const StoredRow& stored) const;
 
   PageFile& file_;
   const TableDefinition& definition_;
   const LongValues& longValues_;
+  /// The row that was read last, while its bytes are where they were.
+  mutable RowId lastRow_ = 0;
+  mutable std::uint64_t lastVersion_ = 0;
+  mutable Place lastPlace_;
 };
 
 /// Goes through the rows of a table in the order of the file. Rows may be

@@ -83,6 +83,8 @@ class Table {
   /// Throws `ProviderError`: `kUnspecified` for a repeated key, `kIntegrity`
   /// for a broken rule, `kDataOverflow` and `kTypeMismatch` for a wrong value.
   RowId insert(Row row);
+  /// A row of nulls to be filled and inserted.
+  Row emptyRow();
   void update(RowId row, const std::vector<Change>& changes);
   void remove(RowId row);
 
@@ -137,6 +139,9 @@ class Table {
   TableDefinition definition_;
   TableProperties properties_;
   std::vector<Rules> rules_;  ///< one a column; empty until they are needed
+  // Their memory serves one new row after another.
+  Row spareRow_;
+  StoredCells spareCells_;
   LongValues longValues_;
   RowReader reader_;
   std::unique_ptr<RowPages> pages_;

@@ -48,6 +48,12 @@ void Table::checkRules(std::size_t column, const Cell& cell) {
                             (isMissing ? "' must have a value." : "' cannot hold an empty text."));
 }
 
+Row Table::emptyRow() {
+  Row row = std::move(spareRow_);
+  row.assign(definition_.columns.size(), Cell());
+  return row;
+}
+
 RowId Table::insert(Row row) {
   requireKnownTypes();
   row.resize(definition_.columns.size());
@@ -63,14 +69,16 @@ RowId Table::insert(Row row) {
   }
   checkParents(row, nullptr);
   const std::vector<bool> all(row.size(), true);
-  const StoredCells cells = storeCells(row, StoredCells(row.size()), all);
-  const RowId id = rowIdOf(pages_->append(encodeRow(definition_, cells)));
+  spareCells_.assign(row.size(), std::nullopt);
+  spareCells_ = storeCells(row, std::move(spareCells_), all);
+  const RowId id = rowIdOf(pages_->append(encodeRow(definition_, spareCells_)));
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     if (keys[i] && trees_[i]->insert({*keys[i], id})) ++definition_.realIndexes[i].distinctKeys;
   }
   ++definition_.rowCount;
   writeTableCounts(file_, definition_);
   if (observer_) observer_->rowChanged(*this, id, nullptr);
+  spareRow_ = std::move(row);
   return id;
 }
 

@@ -41,6 +41,7 @@ std::shared_ptr<AccessFile> AccessFile::open(const std::string& path, const std:
   const std::lock_guard guard(openFiles().mutex);
   std::weak_ptr<AccessFile>& known = openFiles().files[real];
   if (auto file = known.lock()) {
+    if (file->database().file().isBroken()) failFile("The database '" + path + "' could not be written to.");
     if (file->database().header().password == password) return file;
     throw ProviderError(provider_number::kLoginFailed, "The database password is not valid.");
   }

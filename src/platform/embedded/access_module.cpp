@@ -182,7 +182,7 @@ int rowKey(sqlite3_vtab_cursor* cursor, sqlite3_int64* key) {
 
 access::RowId addRow(const VirtualTable& table, sqlite3_value** values) {
   access::Table& target = *table.table->table;
-  access::Row row(target.definition().columns.size());
+  access::Row row = target.emptyRow();
   for (int column = kFirstColumn; column <= table.columnCount(); ++column) {
     const std::size_t at = table.position(column);
     row[at] = cellOf(target.definition().columns[at], scalarOf(values[column]));

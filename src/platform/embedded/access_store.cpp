@@ -67,6 +67,25 @@ bool AccessStore::refreshCatalogue() {
   return true;
 }
 
+std::optional<std::int64_t> AccessStore::addRow(const TableDef& table, const std::vector<const Value*>& values) {
+  const AccessTable* const shown = find(table);
+  if (!shown || !shown->isCurrent || shown->positions.size() != values.size()) return std::nullopt;
+  access::Table& target = *shown->table;
+  try {
+    access::Row row = target.emptyRow();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      const std::size_t at = shown->positions[i];
+      row[at] = cellOf(target.definition().columns[at], scalarOf(*values[i]));
+    }
+    const access::RowId key = target.insert(std::move(row));
+    tables_.file->commit();
+    return key;
+  } catch (...) {
+    tables_.file->rollback();
+    throw;
+  }
+}
+
 std::int64_t AccessStore::runChange(sqlite3_stmt* change) {
   tables_.updated.clear();
   tables_.repeated = 0;

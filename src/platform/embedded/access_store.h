@@ -25,6 +25,7 @@ class AccessStore final : public Store {
 
   sqlite3* handle() override { return database_.get(); }
   void beginReading() override {}
+  std::optional<std::int64_t> addRow(const TableDef& table, const std::vector<const Value*>& values) override;
   std::int64_t runChange(sqlite3_stmt* change) override;
   std::shared_ptr<const Catalogue> catalogue() const override { return catalogue_; }
   bool refreshCatalogue() override;

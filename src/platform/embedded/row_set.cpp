@@ -284,22 +284,21 @@ void RowSet::update() {
 
 void RowSet::storeNew() {
   const TableDef& layout = *prepared_->translation().table;
-  sqlite3_stmt* const insert = prepared_->insertRow();
-  std::vector<const Value*> values(layout.columns.size(), nullptr);
+  newValues_.assign(layout.columns.size(), nullptr);
   for (const auto& [place, value] : pending_) {
-    values[static_cast<std::size_t>(prepared_->translation().columnOf[static_cast<std::size_t>(place)])] = &value;
+    newValues_[static_cast<std::size_t>(prepared_->translation().columnOf[static_cast<std::size_t>(place)])] = &value;
   }
   const bool access = session_->dialect() == SqlDialect::kAccess;
   const Value no(false);
-  for (std::size_t i = 0; i < values.size(); ++i) {
+  for (std::size_t i = 0; i < newValues_.size(); ++i) {
     const ColumnDef& def = layout.columns[i];
-    const Value* value = values[i] ? values[i] : &def.defaultValue;
-    if (!values[i] && value->isNull() && access && def.type == ColumnType::kBoolean) value = &no;
+    const Value*& value = newValues_[i];
+    const bool isGiven = value != nullptr;
+    if (!isGiven) value = &def.defaultValue;
+    if (!isGiven && value->isNull() && access && def.type == ColumnType::kBoolean) value = &no;
     if (value->isNull() && def.required) convertForColumn(def, Value(), DateOrder::kDayMonthYear);
-    bindValue(insert, static_cast<int>(i) + 1, *value, true);
   }
-  session_->runChange(insert);
-  key_ = sqlite3_last_insert_rowid(session_->database());
+  key_ = session_->addRow(*prepared_, newValues_);
   eof_ = false;
   onAddedRow_ = true;
   rowLoaded_ = false;

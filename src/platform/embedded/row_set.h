@@ -79,6 +79,7 @@ class RowSet final : public Recordset {
 
   Editing editing_ = Editing::kNone;
   std::vector<std::pair<int, Value>> pending_;
+  std::vector<const Value*> newValues_;  ///< of the record that is being stored, one a column
   bool onAddedRow_ = false;
   std::vector<int> updateColumns_;
   StatementHandle updateRow_;

@@ -30,6 +30,16 @@ struct CellReader {
   Scalar operator()(const access::Decimal& decimal) const { return val(decimal.toText()); }
 };
 
+struct ValueReader {
+  Scalar operator()(std::monostate) const { return {}; }
+  Scalar operator()(bool yes) const { return std::int64_t{yes ? 1 : 0}; }
+  Scalar operator()(std::int64_t number) const { return number; }
+  Scalar operator()(double number) const { return number; }
+  Scalar operator()(Currency money) const { return money.units(); }
+  Scalar operator()(Date date) const { return std::int64_t{date.dayNumber()}; }
+  Scalar operator()(const std::string& text) const { return text; }
+};
+
 std::int64_t wholeOf(const Scalar& scalar) {
   if (const auto* whole = std::get_if<std::int64_t>(&scalar)) return *whole;
   const auto* number = std::get_if<double>(&scalar);
@@ -98,7 +108,10 @@ ColumnType columnTypeOf(const access::Column& column) {
   }
 }
 
-Scalar scalarOf(const access::Cell& cell) { return std::visit(CellReader{}, cell); }
+Scalar scalarOf(access::Cell&& cell) {
+  if (auto* text = std::get_if<std::string>(&cell)) return std::move(*text);
+  return std::visit(CellReader{}, cell);
+}
 
 Scalar scalarOf(sqlite3_value* value) {
   switch (sqlite3_value_type(value)) {
@@ -115,9 +128,11 @@ Scalar scalarOf(sqlite3_value* value) {
   return std::string(text ? text : "", static_cast<std::size_t>(sqlite3_value_bytes(value)));
 }
 
-access::Cell cellOf(const access::Column& column, const Scalar& scalar) {
+Scalar scalarOf(const Value& value) { return std::visit(ValueReader{}, value.storage()); }
+
+access::Cell cellOf(const access::Column& column, Scalar&& scalar) {
   if (isNull(scalar)) return {};
-  if (const auto* text = std::get_if<std::string>(&scalar)) return *text;
+  if (auto* text = std::get_if<std::string>(&scalar)) return std::move(*text);
   switch (columnTypeOf(column)) {
     case ColumnType::kBoolean:
       return wholeOf(scalar) != 0;

@@ -22,10 +22,11 @@ inline bool isNull(const Scalar& scalar) { return std::holds_alternative<std::mo
 ColumnType columnTypeOf(const access::Column& column);
 
 /// A cell of a row. A date loses its time of day.
-Scalar scalarOf(const access::Cell& cell);
+Scalar scalarOf(access::Cell&& cell);
 Scalar scalarOf(sqlite3_value* value);
+Scalar scalarOf(const Value& value);
 /// What a column stores for a value; throws kTypeMismatch when it cannot.
-access::Cell cellOf(const access::Column& column, const Scalar& scalar);
+access::Cell cellOf(const access::Column& column, Scalar&& scalar);
 
 void giveResult(sqlite3_context* context, const Scalar& scalar);
 

@@ -58,6 +58,15 @@ std::int64_t Session::runChange(sqlite3_stmt* change) {
   return store_->runChange(change);
 }
 
+std::int64_t Session::addRow(Prepared& query, const std::vector<const Value*>& values) {
+  takeOver(nullptr);
+  if (const auto key = store_->addRow(*query.translation().table, values)) return *key;
+  sqlite3_stmt* const insert = query.insertRow();
+  for (std::size_t i = 0; i < values.size(); ++i) bindValue(insert, static_cast<int>(i) + 1, *values[i], true);
+  store_->runChange(insert);
+  return sqlite3_last_insert_rowid(database());
+}
+
 void Session::enter(RowSet* set) { open_.push_back(set); }
 
 void Session::leave(RowSet* set) {

@@ -41,6 +41,8 @@ class Session final : public Connection {
   void beginReading();
   /// Runs one change of rows; the number of rows.
   std::int64_t runChange(sqlite3_stmt* change);
+  /// Adds a row to the table of a query, one value a column; its key.
+  std::int64_t addRow(Prepared& query, const std::vector<const Value*>& values);
   /// Before rows of a table change: other record sets keep what they stand on.
   void beforeChange(const TableDef& table, const RowSet* except);
   sqlite3* database() { return store_->handle(); }

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,11 @@ class Store {
   /// Before a statement reads: it sees everything that anyone has stored so far.
   /// A store may stay in that state of the database until it is called again.
   virtual void beginReading() = 0;
+  /// Adds a row without SQL and returns its key; `values` are one a column, checked and in the forms of the columns.
+  /// Throws, with nothing changed. A store that adds rows by SQL alone returns nothing.
+  virtual std::optional<std::int64_t> addRow(const TableDef&, const std::vector<const Value*>& /*values*/) {
+    return std::nullopt;
+  }
   /// Runs one prepared change of rows on `handle()` and resets it; no other
   /// statement may be under way. Throws, with nothing changed. The number of rows.
   virtual std::int64_t runChange(sqlite3_stmt* change) = 0;
