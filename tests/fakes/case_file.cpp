@@ -26,8 +26,10 @@ std::string writtenOut(std::string line) {
 
 }  // namespace
 
+std::string fixturePath(const std::string& fixture) { return std::string(ORVA_FIXTURES) + "/" + fixture; }
+
 std::string fixtureText(const std::string& fixture) {
-  std::ifstream file(std::string(ORVA_FIXTURES) + "/" + fixture, std::ios::binary);
+  std::ifstream file(fixturePath(fixture), std::ios::binary);
   if (!file) throw std::runtime_error("no fixture " + fixture);
   return {std::istreambuf_iterator<char>(file), {}};
 }

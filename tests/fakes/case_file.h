@@ -18,6 +18,7 @@ struct ListedCase {
 /// at the end of a line.
 std::vector<ListedCase> listedCases(const std::string& fixture);
 
+std::string fixturePath(const std::string& fixture);
 /// The whole text of a file of the fixture folder.
 std::string fixtureText(const std::string& fixture);
 
