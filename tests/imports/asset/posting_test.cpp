@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "fakes/case_file.h"
-#include "imports/asset/lease_dates.h"
 #include "imports/asset/posting/after_posting.h"
 #include "imports/asset/posting/closing_guard.h"
 #include "imports/import_setting.h"
@@ -182,22 +181,6 @@ TEST_P(PostingInBoth, FillsTheMostDetailedLifeOfAssetsWithoutOne) {
   EXPECT_EQ(company.rows("select Assetid, FAAge, LeaseDate from Asset order by Assetid"),
             (Lines{"A|1|28/02/2005", "B|60|15/05/2010", "C's|60|", "D|7|", "E||15/05/2005", "F||", "G|60|"}));
   EXPECT_EQ(fillLifeAndLeaseDate(company.company), 0);
-}
-
-TEST(LeaseDates, AsksFillsAndCounts) {
-  AssetCompany company;
-  company.prepare({"update FADefinition set AssetLife=12",
-                   "insert into Asset (Assetid, DefCode, UseDate) values ('A', 'PM', #01/31/2005#)"});
-  company.fakes.dialogs.defaultAnswer = Answer::kNo;
-  calculateLeaseDates(company.fakes.dialogs, company.company);
-  EXPECT_EQ(company.row("select LeaseDate from Asset"), "");
-  EXPECT_EQ(company.fakes.dialogs.messages.size(), 1U);
-  company.fakes.dialogs.defaultAnswer = Answer::kYes;
-  calculateLeaseDates(company.fakes.dialogs, company.company);
-  EXPECT_EQ(company.fakes.dialogs.lastText(), "1 asset was changed.");
-  EXPECT_EQ(company.row("select LeaseDate from Asset"), "31/01/2006");
-  calculateLeaseDates(company.fakes.dialogs, company.company);
-  EXPECT_EQ(company.fakes.dialogs.lastText(), "0 assets were changed.");
 }
 
 TEST_P(PostingInBoth, ClosedYearsAndDepreciationKeepClosingBalancesOut) {

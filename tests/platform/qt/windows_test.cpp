@@ -211,8 +211,7 @@ TEST_F(ImportWindowTest, TheSaveGridGoesWhenAllIsPosted) {
 TEST(ImportWindow, CalcLeaseEndDateAsksAndTellsHowManyAssetsChanged) {
   RealCompany company;
   company.prepare({"insert into FADefinition (DefCode, AssetLife) values ('PM', 12)",
-                   "insert into Asset (Assetid, DefCode, UseDate) values ('A1', 'PM', #01/31/2005#)",
-                   "insert into Asset (Assetid, DefCode, UseDate) values ('A2', 'PM', #02/28/2005#)"});
+                   "insert into Asset (Assetid, DefCode, UseDate) values ('A1', 'PM', #01/31/2005#)"});
   FakeDialogs& dialogs = company.fakes.dialogs;
   const ImportRegistry registry;
   frmImport screen(company.fakes.services, company.company, registry,
@@ -223,21 +222,29 @@ TEST(ImportWindow, CalcLeaseEndDateAsksAndTellsHowManyAssetsChanged) {
   screen.cmdSkip_Click();
   handleEvents();
   auto* button = window.findChild<QPushButton*>("cmdCalcLeaseDate");
+  EXPECT_EQ(button->text(), "Calc Lease End Date");
+  const auto tickLeaseHold = [&] {
+    window.findChild<QAbstractButton*>("ChkLeaseHold")->click();
+    handleEvents();
+    return button->isEnabled();
+  };
   EXPECT_FALSE(button->isEnabled());
-  window.findChild<QAbstractButton*>("ChkLeaseHold")->click();
-  handleEvents();
-  const std::string kLeases = "select LeaseDate from Asset order by Assetid";
+  screen.cmdCalcLeaseDate_Click();
+  EXPECT_TRUE(dialogs.messages.empty()) << "the box is not ticked";
+  EXPECT_TRUE(tickLeaseHold());
   dialogs.defaultAnswer = Answer::kNo;
   button->click();
   ASSERT_EQ(dialogs.messages.size(), 1U);
   EXPECT_EQ(dialogs.messages[0].buttons, MessageButtons::kYesNo);
   EXPECT_NE(dialogs.lastText().find("Do you want to continue?"), std::string::npos);
-  EXPECT_EQ(company.rows(kLeases), (std::vector<std::string>{"", ""}));
+  EXPECT_EQ(company.rows("select LeaseDate from Asset"), std::vector<std::string>{""});
   dialogs.defaultAnswer = Answer::kYes;
-  button->click();
-  EXPECT_EQ(dialogs.messages.size(), 3U);
-  EXPECT_EQ(dialogs.lastText(), "2 assets were changed.");
-  EXPECT_EQ(company.rows(kLeases), (std::vector<std::string>{"31/01/2006", "28/02/2006"}));
+  for (const char* told : {"1 asset was changed.", "0 assets were changed."}) {
+    button->click();
+    EXPECT_EQ(dialogs.lastText(), told);
+    EXPECT_EQ(company.rows("select LeaseDate from Asset"), std::vector<std::string>{"31/01/2006"});
+  }
+  EXPECT_FALSE(tickLeaseHold());
 }
 
 TEST(MasterWindow, ReadsTheMasterThatIsChosen) {
