@@ -50,6 +50,7 @@ std::vector<ListedCase> listedCases(const std::string& fixture) {
       cases.push_back({fixture + ":" + std::to_string(number), text, {}});
     }
   }
+  if (cases.empty()) throw std::runtime_error(fixture + " lists no case");
   return cases;
 }
 

@@ -52,7 +52,7 @@ constexpr const char* kBooks[] = {
 const std::string& master(CompanyFileKind kind) {
   static TemporaryFolder folder;
   const auto make = [](CompanyFileKind made, const std::string& name) {
-    const std::string file = folder.file(name);
+    std::string file = folder.file(name);
     DatabaseRegistry databases;
     databases.add("Access", std::make_shared<EmbeddedAdapter>(SqlDialect::kAccess, "", made));
     const std::string clauses = "Provider=Access;Data Source=" + file;
@@ -82,12 +82,12 @@ std::string lineOf(const Finding& finding, const FlexGrid& grid) {
 }  // namespace
 
 SheetRow replaced(SheetRow row, const SheetRow& cells) {
-  for (const auto& [heading, text] : cells) {
-    const auto found = std::find_if(row.begin(), row.end(), [&](const auto& cell) { return cell.first == heading; });
+  for (const auto& cell : cells) {
+    const auto found = std::ranges::find(row, cell.first, &SheetRow::value_type::first);
     if (found == row.end()) {
-      row.emplace_back(heading, text);
+      row.push_back(cell);
     } else {
-      found->second = text;
+      found->second = cell.second;
     }
   }
   return row;

@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include <optional>
 
 #include "fakes/case_file.h"
