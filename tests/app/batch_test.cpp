@@ -1,13 +1,6 @@
 #include "app/batch_test.h"
 
-#include <fstream>
-#include <sstream>
-
-#include "app/batch/batch.h"
 #include "platform/embedded/embedded_adapter.h"
-#include "platform/values/date.h"
-#include "platform/values/numeric_text.h"
-#include "platform/xls/xls_workbooks.h"
 #include "startup/connection_strings.h"
 #include "startup/schema/template_database.h"
 
@@ -15,13 +8,6 @@ namespace orva {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string demoScript() {
-  std::ifstream script(std::string(ORVA_DEMO) + "/company.sql");
-  std::ostringstream text;
-  text << script.rdbuf();
-  return text.str();
-}
 
 /// The folder that every test starts from.
 const TemporaryFolder& demoFolder() {
@@ -37,21 +23,7 @@ const TemporaryFolder& demoFolder() {
   return kFolder;
 }
 
-OutputCell cellOf(const std::string& text) {
-  if (text.empty()) return {};
-  if (Date::parseDayMonthYear(text)) return {CellKind::kDate, text};
-  return {isNumeric(text) ? CellKind::kNumber : CellKind::kText, text};
-}
-
 }  // namespace
-
-Ran runCommand(const std::string& programFolder, std::vector<std::string> arguments, const std::string& input) {
-  std::istringstream in(input);
-  std::ostringstream out;
-  std::ostringstream err;
-  const Exit exit = runBatch(arguments, programFolder, {in, out, err});
-  return {static_cast<int>(exit), out.str(), err.str()};
-}
 
 BatchTest::BatchTest() {
   for (const fs::directory_entry& entry : fs::directory_iterator(demoFolder().path())) {
@@ -91,38 +63,8 @@ std::string BatchTest::query(const std::string& statement) const {
 }
 
 std::string BatchTest::workbook(const std::string& name, const std::vector<std::vector<std::string>>& rows) const {
-  std::vector<std::vector<OutputCell>> cells;
-  for (const auto& row : rows) {
-    auto& line = cells.emplace_back();
-    for (const std::string& text : row) line.push_back(cellOf(text));
-  }
-  XlsWorkbooks().write(folder.file(name), "Asset", cells);
+  writeWorkbook(folder.file(name), "Asset", rows);
   return folder.file(name);
-}
-
-std::vector<std::string> assetHeadings() {
-  return {"PHYID",  "USEDATE", "VCHRDATE", "CAT1", "CAT2",       "CAT3", "DESCRIPTION", "COST",        "MAINLOC",
-          "SUBLOC", "PHYLOC",  "VENDOR",   "DEPT", "COSTCENTRE", "USER", "QTY",         "SALVAGEVALUE"};
-}
-
-std::vector<std::string> goodAsset(const std::string& physicalId, const std::string& vendor) {
-  return {physicalId,
-          "10/06/2025",
-          "05/06/2025",
-          "Computers",
-          "Personal Computers",
-          "Laptops",
-          "Laptop",
-          "65000.50",
-          "Pune",
-          "Office",
-          "First Floor",
-          vendor,
-          "Accounts",
-          "Head Office",
-          "A. Kulkarni",
-          "1",
-          ""};
 }
 
 }  // namespace orva

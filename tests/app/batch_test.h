@@ -6,20 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "app/demo_data.h"
 #include "fakes/temporary_folder.h"
-#include "platform/workbook.h"
 
 namespace orva {
-
-/// What a command printed and how it ended.
-struct Ran {
-  int status = -1;
-  std::string out = {};
-  std::string err = {};
-};
-
-/// Runs a command on a program folder, in this process.
-Ran runCommand(const std::string& programFolder, std::vector<std::string> arguments, const std::string& input = {});
 
 /// A program folder with one company DEMO, filled from the demonstration script. Made once
 /// and copied for every test.
@@ -29,8 +19,8 @@ class BatchTest : public testing::Test {
   /// Whatever was done, the company's file must be sound.
   ~BatchTest() override;
 
-  Ran run(std::vector<std::string> arguments, const std::string& input = {}) const {
-    return runCommand(folder.text(), std::move(arguments), input);
+  Ran run(const std::vector<std::string>& arguments, const std::string& input = {}) const {
+    return runCommand(folder.text(), arguments, input);
   }
   /// Keeps DEMO in an SQLite file from now on, which is opened by its content.
   void keepInSqlite() const;
@@ -43,10 +33,5 @@ class BatchTest : public testing::Test {
 
   TemporaryFolder folder;
 };
-
-/// Heading row of the small workbooks of these tests.
-std::vector<std::string> assetHeadings();
-/// One good asset under these headings.
-std::vector<std::string> goodAsset(const std::string& physicalId, const std::string& vendor = "Godavari Motors");
 
 }  // namespace orva

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "app/batch_test.h"
 #include "startup/orva_ini.h"
 
@@ -46,44 +44,6 @@ TEST(Setup, ATemplateThatCannotBeUsedIsNamed) {
 
 using Companies = BatchTest;
 
-TEST_F(Companies, AreMadeListedAndDeleted) {
-  EXPECT_EQ(run({"new", "XORVA"}).status, 0);
-  EXPECT_TRUE(std::filesystem::exists(folder.path() / "XORVAOrva.MDB"));
-  const Ran listed = run({"companies"});
-  EXPECT_EQ(listed.status, 0);
-  EXPECT_NE(listed.out.find("XORVA\n"), std::string::npos);
-  EXPECT_NE(listed.out.find("DEMO\n"), std::string::npos);
-
-  const Ran refused = run({"delete", "XORVA"});
-  EXPECT_EQ(refused.status, 2);
-  EXPECT_EQ(refused.err, "[ORVA] Do you want to delete XORVA [No]\n");
-  EXPECT_EQ(run({"delete", "xorva", "--yes"}).status, 0);
-  EXPECT_EQ(run({"companies"}).out, "DEMO\n");
-}
-
-TEST_F(Companies, CodesThatAreRefused) {
-  struct Case {
-    std::vector<std::string> command;
-    const char* text;
-  };
-  const Case kCases[] = {
-      {{"new", ""}, "Company Code Cannot be empty"},
-      {{"new", "demo"}, "Company Already Exists."},
-      {{"new", "orvaX"}, " Company Name Cannot be ORVA. Please Enter Some Other Name"},
-      {{"new", "..\\ABC"}, "Company Code cannot contain"},
-      {{"delete", "NONE", "--yes"}, "Please select any company from the list for Delete"},
-      {{"fields", "--company", "NONE", "--kind", "acquired"}, "NONEOrva.mdb"},
-      {{"fields", "--company", "", "--kind", "acquired"}, "Please Select the Company"},
-      {{"sql", "--company", " ", "delete from Company"}, "Please Select the Company"},
-  };
-  for (const Case& c : kCases) {
-    const Ran ran = run(c.command);
-    EXPECT_EQ(ran.status, 2) << c.text;
-    EXPECT_NE(ran.err.find(c.text), std::string::npos) << ran.err;
-  }
-  EXPECT_EQ(run({"companies"}).out, "DEMO\n");
-}
-
 TEST_F(Companies, DamagedConfigurationIsToldAndNothingIsMade) {
   struct Case {
     const char* ini;
@@ -112,22 +72,6 @@ TEST_F(Companies, DamagedConfigurationIsToldAndNothingIsMade) {
   std::filesystem::remove(folder.path() / "Orva.ini");
   EXPECT_EQ(run({"new", "ABC"}).status, 2);
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "ABCOrva.MDB"));
-}
-
-TEST_F(Companies, AFileThatIsNoDatabaseIsNamedOnce) {
-  folder.write("BADOrva.mdb", "this is no database at all");
-  EXPECT_EQ(run({"sql", "--company", "DEMO", "select 1 from Company"}).err, "") << "the fault of another company";
-  const Ran listed = run({"companies"});
-  EXPECT_EQ(listed.status, 2);
-  EXPECT_NE(listed.err.find("BADOrva.mdb"), std::string::npos) << listed.err;
-  const Ran opened = run({"sql", "--company", "BAD", "select * from Company"});
-  EXPECT_EQ(opened.status, 2);
-  EXPECT_EQ(std::ranges::count(opened.err, '\n'), 1) << opened.err;
-  EXPECT_NE(opened.err.find("BADOrva.mdb"), std::string::npos) << opened.err;
-  const Ran deleted = run({"delete", "BAD", "--yes"});
-  EXPECT_EQ(deleted.status, 2);
-  EXPECT_NE(deleted.err.find("BADOrva.mdb"), std::string::npos) << "it hides companies behind it";
-  EXPECT_EQ(folder.read("BADOrva.mdb"), "this is no database at all");
 }
 
 }  // namespace

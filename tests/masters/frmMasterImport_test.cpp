@@ -81,19 +81,6 @@ TEST(MasterPosting, NothingIsPostedWhileARowIsInError) {
   EXPECT_EQ(master.rows("select Deptcode from Dept"), Texts{"0007"});
 }
 
-TEST(MasterPosting, AFailureInTheMiddleKeepsTheRowsBeforeItAndTellsSo) {
-  MasterScreen master;
-  master.read(Kind::kDepartment, kDepartments);
-  master.screen.cmdNext_Click(WizardPage::kResults);
-  EXPECT_EQ(master.screen.txtMsg.text(), "Click on Finish to Update into ORVA");
-  master.adapter->plan().failAt(DatabaseCall::kStore, 2, provider_number::kUnspecified, "The disk is full.");
-  master.screen.cmdContinue_Click(WizardPage::kFinish);
-  EXPECT_EQ(master.screen.txtMsg.text(), "The disk is full.\n1 of 3 rows were posted.");
-  EXPECT_EQ(master.rows("select Deptcode from Dept where Deptcode like 'D%'"), Texts{"D1"});
-  EXPECT_EQ(master.findings(Kind::kDepartment, kDepartments)[0],
-            "E|DeptCode,DeptName| Duplicate Values Not Allowed  ,  Duplicate Values Not Allowed ");
-}
-
 TEST(MasterPosting, AnEntryThatAppearedMeanwhileEndsTheRunWithoutHarm) {
   MasterScreen master;
   master.read(Kind::kDepartment, kDepartments);

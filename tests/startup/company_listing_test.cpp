@@ -88,14 +88,5 @@ TEST_F(Listing, OfAFolder) {
   EXPECT_EQ(database->connections[0].get("Jet OLEDB:Database Password"), "Tbnq");
 }
 
-TEST_F(Listing, NamesTheFileThatIsNoCompany) {
-  context.dataFolder = "C:\\D";
-  all.files.put("C:\\D\\badOrva.mdb");
-  database->addCatalog("");
-  const std::vector<std::string> found = list();
-  ASSERT_EQ(found.size(), 1U);
-  EXPECT_NE(found[0].find("C:\\D\\badOrva.mdb"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace orva

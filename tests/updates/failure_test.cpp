@@ -37,6 +37,7 @@ void failAtEveryCall(const Update& update) {
     std::copy_n(update.after.begin(), updated, expected.begin());
     EXPECT_EQ(company.rows(update.query), expected) << place;
     const Texts texts = company.fakes.dialogs.texts();
+    EXPECT_TRUE(company.screen.btnImport.enabled()) << place;
     ASSERT_FALSE(texts.empty()) << place;
     EXPECT_EQ(texts[0], "The provider failed.") << place;
     if (updated > 0 || texts.size() > 1) {

@@ -160,28 +160,6 @@ TEST(LeaseEnd, PathsSheetsAndColumnsThatCannotBeReadEndTheRun) {
   }
 }
 
-TEST(LeaseEnd, AFailureIsToldWithWhatWasDoneBeforeIt) {
-  LeaseEnds update;
-  const Rows rows = sheet({{"A1", "31/03/2030"}, {"A2", "31/03/2030"}});
-  // Two rows of the error table are stored, then the first asset.
-  update.fakes.workbooks.putTexts(kWorkbook, "Asset", rows);
-  update.adapter->plan().failAt(DatabaseCall::kStore, 2, provider_number::kUnspecified, "The disk is full.");
-  update.run(rows);
-  EXPECT_EQ(update.fakes.dialogs.texts(), Texts{"The disk is full."});
-  EXPECT_EQ(update.rows(kLeases), (Texts{"A1|", "A2|", "O'Neil|"}));
-
-  update.adapter->plan().failAt(DatabaseCall::kStore, 4, provider_number::kUnspecified, "The record is locked.");
-  update.run(rows);
-  EXPECT_EQ(update.fakes.dialogs.texts(),
-            (Texts{"The disk is full.", "The record is locked.", "1 of 2 rows were updated before the failure."}));
-  EXPECT_FALSE(update.screen.errorCount().has_value());
-  EXPECT_EQ(update.screen.updatedCount(), 1);
-  EXPECT_TRUE(update.screen.btnImport.enabled());
-
-  update.run(rows);
-  EXPECT_EQ(update.rows(kLeases), (Texts{"A1|31/03/2030", "A2|31/03/2030", "O'Neil|"})) << "it can be run again";
-}
-
 TEST(LeaseEnd, ClosingStopsTheCheckingButNotTheUpdating) {
   struct Moment {
     int yield;

@@ -183,27 +183,6 @@ TEST(ControlTotals, TieTheCompanyToTheWorkbookOnTheFinishPage) {
   }
 }
 
-TEST(LeaseDates, AreOfferedWhileLeaseHoldIsTicked) {
-  WizardScreen wizard;
-  int calculated = 0;
-  frmImport screen(wizard.fakes.services, wizard.company, wizard.registry, {.onCalcLeaseDate = [&] {
-                     EXPECT_NE(wizard.company.connection, nullptr) << "the company is open";
-                     ++calculated;
-                   }});
-  screen.Load();
-  screen.cmdSkip_Click();
-  screen.cmdCalcLeaseDate_Click();
-  EXPECT_EQ(calculated, 0) << "the box is not ticked";
-  screen.ChkLeaseHold.setValue(true);
-  screen.ChkLeaseHold_Click();
-  EXPECT_TRUE(screen.cmdCalcLeaseDate.enabled());
-  screen.cmdCalcLeaseDate_Click();
-  EXPECT_EQ(calculated, 1);
-  screen.ChkLeaseHold.setValue(false);
-  screen.ChkLeaseHold_Click();
-  EXPECT_FALSE(screen.cmdCalcLeaseDate.enabled());
-}
-
 TEST(Trap, ShowsADatabaseFailureAndTheScreenGoesOn) {
   WizardScreen wizard;
   wizard.choose(ImportKindId::kSale);

@@ -34,14 +34,6 @@ TEST(Reading, TellsWhyAWorkbookCannotBeRead) {
   }
 }
 
-TEST(Reading, ReadsAPathInCapitals) {
-  WizardScreen wizard;
-  wizard.choose(ImportKindId::kSale);
-  wizard.putRows({{"ASSETID", "InvoiceNo", "SaleDate", "SaleAMT", "SerialNo"}}, "c:\\books\\NEW.XLS");
-  wizard.read();
-  EXPECT_EQ(wizard.screen.page(), WizardPage::kResults);
-}
-
 TEST(Header, ColoursMissingLinesAndStops) {
   struct Case {
     const char* what;

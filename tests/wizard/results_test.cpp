@@ -46,68 +46,28 @@ struct SummaryCase {
   const char* what;
   Texts remarks;
   bool backdatedTicked;
-  std::deque<Answer> answers;
+  /// "y" and "n" for the answers, in order.
+  const char* answers;
   Texts questions;
-  const char* errors;
-  const char* warnings;
-  bool next;
-  bool exportEnabled;
-  bool filterEnabled;
-  std::size_t opened;
+  /// Errors, warnings.
+  const char* counts;
+  /// What may follow: "n"ext page, "e"xport, "f"ilter, "o"pened error file.
+  const char* follows;
 };
 
 TEST(Summary, AsksInOrderAndDecidesWhatMayFollow) {
+  const std::string backdated = kBackdatedQuestion;
   const SummaryCase cases[] = {
-      {"clean", {"a", "b"}, false, {}, {}, "0", "0", true, false, false, 0},
-      {"warning", {"odd", "b"}, false, {}, {}, "0", "1", true, false, false, 0},
-      {"error, opened", {"bad", "odd bad"}, false, {Answer::kYes}, {errorQuestion(2)}, "2", "0", false, true, true, 1},
-      {"error, not opened", {"bad"}, false, {Answer::kNo}, {errorQuestion(1)}, "1", "0", false, true, true, 0},
-      {"backdated, not ticked", {"old", "b"}, false, {Answer::kNo}, {errorQuestion(1)}, "1", "0", false, true, true, 0},
-      {"backdated, accepted", {"old", "b"}, true, {Answer::kYes}, {kBackdatedQuestion}, "0", "1", true, true, false, 0},
-      {"backdated, refused",
-       {"old", "b"},
-       true,
-       {Answer::kNo, Answer::kNo},
-       {kBackdatedQuestion, errorQuestion(1)},
-       "1",
-       "0",
-       false,
-       true,
-       true,
-       0},
-      {"accepted with a warning in the row",
-       {"old odd"},
-       true,
-       {Answer::kYes},
-       {kBackdatedQuestion},
-       "0",
-       "2",
-       true,
-       true,
-       false,
-       0},
-      {"refused with an error in the row",
-       {"old bad"},
-       true,
-       {Answer::kNo, Answer::kNo},
-       {kBackdatedQuestion, errorQuestion(2)},
-       "2",
-       "0",
-       false,
-       true,
-       true,
-       0},
-      {"accepted beside an error",
-       {"old", "bad"},
-       true,
-       {Answer::kYes},
-       {kBackdatedQuestion},
-       "1",
-       "1",
-       false,
-       true,
-       false,
-       0},
+      {"clean", {"a", "b"}, false, "", {}, "0 0", "n"},
+      {"warning", {"odd", "b"}, false, "", {}, "0 1", "n"},
+      {"error, opened", {"bad", "odd bad"}, false, "y", {errorQuestion(2)}, "2 0", "efo"},
+      {"error, not opened", {"bad"}, false, "n", {errorQuestion(1)}, "1 0", "ef"},
+      {"backdated, not ticked", {"old", "b"}, false, "n", {errorQuestion(1)}, "1 0", "ef"},
+      {"backdated, accepted", {"old", "b"}, true, "y", {backdated}, "0 1", "ne"},
+      {"backdated, refused", {"old", "b"}, true, "nn", {backdated, errorQuestion(1)}, "1 0", "ef"},
+      {"accepted with a warning in the row", {"old odd"}, true, "y", {backdated}, "0 2", "ne"},
+      {"refused with an error in the row", {"old bad"}, true, "nn", {backdated, errorQuestion(2)}, "2 0", "ef"},
+      {"accepted beside an error", {"old", "bad"}, true, "y", {backdated}, "1 1", "e"},
   };
   for (const SummaryCase& test : cases) {
     WizardScreen wizard;
@@ -124,18 +84,22 @@ TEST(Summary, AsksInOrderAndDecidesWhatMayFollow) {
       rows.back()[static_cast<std::size_t>(wizard.lineOf("REMARKS"))] = remark;
     }
     wizard.putRows(rows);
-    wizard.fakes.dialogs.answers = test.answers;
+    for (const char answer : std::string(test.answers)) {
+      wizard.fakes.dialogs.answers.push_back(answer == 'y' ? Answer::kYes : Answer::kNo);
+    }
     wizard.read();
     EXPECT_EQ(wizard.fakes.dialogs.texts(), test.questions) << test.what;
     EXPECT_TRUE(wizard.fakes.dialogs.answers.empty()) << test.what;
-    EXPECT_EQ(wizard.screen.lblTotalErr.caption(), std::string("Total Records with Errors : ") + test.errors);
-    EXPECT_EQ(wizard.screen.lblStatus.caption(), std::string("Total Records with Warnings : ") + test.warnings);
-    EXPECT_EQ(wizard.screen.cmdNext[indexOf(WizardPage::kResults)].enabled(), test.next) << test.what;
-    EXPECT_EQ(wizard.screen.CmdExp.enabled(), test.exportEnabled) << test.what;
-    EXPECT_EQ(wizard.screen.CmdSelErrors.enabled(), test.filterEnabled) << test.what;
-    EXPECT_EQ(wizard.fakes.shell.opened.size(), test.opened) << test.what;
+    const std::string counts = test.counts;
+    EXPECT_EQ(wizard.screen.lblTotalErr.caption(), "Total Records with Errors : " + counts.substr(0, 1)) << test.what;
+    EXPECT_EQ(wizard.screen.lblStatus.caption(), "Total Records with Warnings : " + counts.substr(2)) << test.what;
+    const bool goesOn = wizard.screen.cmdNext[indexOf(WizardPage::kResults)].enabled();
+    EXPECT_EQ(std::string(goesOn ? "n" : "") + (wizard.screen.CmdExp.enabled() ? "e" : "") +
+                  (wizard.screen.CmdSelErrors.enabled() ? "f" : "") + (wizard.fakes.shell.opened.empty() ? "" : "o"),
+              test.follows)
+        << test.what;
     wizard.screen.cmdNext_Click(WizardPage::kResults);
-    EXPECT_EQ(wizard.screen.page(), test.next ? WizardPage::kFinish : WizardPage::kResults) << test.what;
+    EXPECT_EQ(wizard.screen.page(), goesOn ? WizardPage::kFinish : WizardPage::kResults) << test.what;
   }
 }
 

@@ -52,7 +52,7 @@ constexpr const char* kBooks[] = {
 const std::string& master(CompanyFileKind kind) {
   static TemporaryFolder folder;
   const auto make = [](CompanyFileKind made, const std::string& name) {
-    const std::string file = folder.file(name);
+    std::string file = folder.file(name);
     DatabaseRegistry databases;
     databases.add("Access", std::make_shared<EmbeddedAdapter>(SqlDialect::kAccess, "", made));
     const std::string clauses = "Provider=Access;Data Source=" + file;
@@ -69,18 +69,6 @@ const std::string& master(CompanyFileKind kind) {
   return kind == CompanyFileKind::kAccess ? access : sqlite;
 }
 
-SheetRow replaced(SheetRow row, const SheetRow& cells) {
-  for (const auto& [heading, text] : cells) {
-    const auto found = std::find_if(row.begin(), row.end(), [&](const auto& cell) { return cell.first == heading; });
-    if (found == row.end()) {
-      row.emplace_back(heading, text);
-    } else {
-      found->second = text;
-    }
-  }
-  return row;
-}
-
 std::string lineOf(const Finding& finding, const FlexGrid& grid) {
   const char* mark = finding.findingClass == FindingClass::kWarning     ? "~"
                      : finding.findingClass == FindingClass::kBackdated ? "*"
@@ -92,6 +80,18 @@ std::string lineOf(const Finding& finding, const FlexGrid& grid) {
 }
 
 }  // namespace
+
+SheetRow replaced(SheetRow row, const SheetRow& cells) {
+  for (const auto& cell : cells) {
+    const auto found = std::ranges::find(row, cell.first, &SheetRow::value_type::first);
+    if (found == row.end()) {
+      row.push_back(cell);
+    } else {
+      found->second = cell.second;
+    }
+  }
+  return row;
+}
 
 SheetRow purchase(const SheetRow& cells) {
   return replaced({{"PHYID", "T-100"},
@@ -113,11 +113,6 @@ SheetRow purchase(const SheetRow& cells) {
 
 SheetRow takenOver(const SheetRow& cells) {
   return replaced(purchase({{"USEDATE", "01/10/2004"}, {"VCHRDATE", "01/10/2004"}, {"ACCDEP", "120"}}), cells);
-}
-
-SheetRow without(SheetRow row, const std::string& heading) {
-  std::erase_if(row, [&](const auto& cell) { return cell.first == heading; });
-  return row;
 }
 
 AssetCompany::AssetCompany(SqlDialect dialect) : AssetCompany(dialect, acquiredAssetProcedures()) {}

@@ -22,7 +22,8 @@ using SheetRow = std::vector<std::pair<std::string, std::string>>;
 SheetRow purchase(const SheetRow& cells = {});
 /// The same as an opening position: closing balances of the first year.
 SheetRow takenOver(const SheetRow& cells = {});
-SheetRow without(SheetRow row, const std::string& heading);
+/// A row with other cells under some of its headings, or with more of them.
+SheetRow replaced(SheetRow row, const SheetRow& cells);
 
 /// A small company in a real database: two open years (2004-05, 2005-06), category "Plant and Machinery"
 /// with "Pumps" and "Centrifugal", all masters, no asset.

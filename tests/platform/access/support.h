@@ -2,20 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "fake_file_system.h"
+#include "fakes/case_file.h"
+#include "fakes/temporary_folder.h"
 #include "platform/access/structure_check.h"
 
 namespace orva::access {
 
-inline std::string fixture(const std::string& name) { return std::string(ORVA_FIXTURES) + "/mdb/" + name; }
+inline std::string fixture(const std::string& name) { return fixturePath("mdb/" + name); }
 
 inline Bytes readFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -50,20 +50,16 @@ inline std::unique_ptr<AccessDatabase> openCopy(FakeFileSystem& files, const Fix
 }
 
 /// The faults that matter, one a line; empty for a sound file.
-inline std::string seriousFaults(AccessDatabase& database) {
-  std::ostringstream text;
+inline std::string seriousFaults(AccessDatabase& database, bool withHarmless = false) {
+  std::string text;
   for (const StructureFault& fault : checkStructure(database)) {
-    if (!fault.isHarmless) text << fault.toText() << "\n";
+    if (withHarmless || !fault.isHarmless) text += fault.toText() + "\n";
   }
-  return text.str();
+  return text;
 }
 
 /// All faults, waste of room included: for files that we made ourselves.
-inline std::string allFaults(AccessDatabase& database) {
-  std::ostringstream text;
-  for (const StructureFault& fault : checkStructure(database)) text << fault.toText() << "\n";
-  return text.str();
-}
+inline std::string allFaults(AccessDatabase& database) { return seriousFaults(database, true); }
 
 /// The rows of a table as texts, columns separated by "|".
 inline std::vector<std::string> rowsOf(Table& table) {
@@ -75,22 +71,5 @@ inline std::vector<std::string> rowsOf(Table& table) {
   }
   return rows;
 }
-
-/// A folder for real files that goes away with the test.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    path_ = std::filesystem::temp_directory_path() /
-            ("orva-access-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
-             ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    std::filesystem::remove_all(path_);
-    std::filesystem::create_directories(path_);
-  }
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-  std::string file(const std::string& name) const { return (path_ / name).string(); }
-
- private:
-  std::filesystem::path path_;
-};
 
 }  // namespace orva::access

@@ -5,20 +5,11 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
-#include <random>
 
 #include "platform/access/structure_check.h"
 
 namespace orva::test {
 namespace {
-
-std::filesystem::path freshFolder() {
-  std::random_device random;
-  for (;;) {
-    const auto folder = std::filesystem::temp_directory_path() / ("orva-emb-" + std::to_string(random()));
-    if (std::filesystem::create_directory(folder)) return folder;
-  }
-}
 
 std::string clausesOf(SqlDialect dialect, const std::filesystem::path& file, const std::string& password) {
   if (dialect == SqlDialect::kSqlServer) return "Provider=SQLOLEDB.1;Initial Catalog=demoOrva;Data Source=SERVER";
@@ -37,8 +28,7 @@ void expectSound(const std::filesystem::path& file) {
 
 }  // namespace
 
-CompanyFile::CompanyFile(Engine engine)
-    : dialect_(engine.dialect), folder_(freshFolder()), adapter_(dialect_, folder_.string(), engine.kind) {
+CompanyFile::CompanyFile(Engine engine) : dialect_(engine.dialect), adapter_(dialect_, folder_.text(), engine.kind) {
   adapter_.create(ConnectionClauses(clausesOf(dialect_, file(), "Tbnq")));
   connection_ = connect();
 }
@@ -46,8 +36,6 @@ CompanyFile::CompanyFile(Engine engine)
 CompanyFile::~CompanyFile() {
   connection_.reset();
   expectSound(file());
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
 }
 
 std::unique_ptr<Connection> CompanyFile::connect(const std::string& password) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "fakes/temporary_folder.h"
 #include "platform/embedded/embedded_adapter.h"
 
 namespace orva::test {
@@ -36,8 +37,8 @@ class CompanyFile {
 
   Connection& operator*() { return *connection_; }
   Connection* operator->() { return connection_.get(); }
-  std::filesystem::path folder() const { return folder_; }
-  std::filesystem::path file() const { return folder_ / "demoOrva.mdb"; }
+  std::filesystem::path folder() const { return folder_.path(); }
+  std::filesystem::path file() const { return folder() / "demoOrva.mdb"; }
   EmbeddedAdapter& adapter() { return adapter_; }
   SqlDialect dialect() const { return dialect_; }
   /// One more connection to the same file.
@@ -55,7 +56,7 @@ class CompanyFile {
 
  private:
   SqlDialect dialect_;
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
   EmbeddedAdapter adapter_;
   std::unique_ptr<Connection> connection_;
 };
@@ -63,11 +64,9 @@ class CompanyFile {
 /// The rows of a record set from its current row on, as `rows` shows them.
 std::string rowsOf(Recordset& set);
 
-/// The number of the failure of `action` as eight hexadecimal digits, or "none".
-template <typename Action>
-std::string failureOf(Action action);
 std::string numberText(std::int32_t number);
 
+/// The number of the failure of `action` as eight hexadecimal digits, or "none".
 template <typename Action>
 std::string failureOf(Action action) {
   try {

@@ -1,14 +1,9 @@
 #include "platform/odbc/demo_company.h"
 
 #include <algorithm>
-#include <fstream>
 #include <regex>
-#include <sstream>
 #include <stdexcept>
 
-#include "app/batch/batch.h"
-#include "platform/values/date.h"
-#include "platform/values/numeric_text.h"
 #include "platform/values/text.h"
 #include "platform/xls/xls_workbooks.h"
 #include "startup/schema/base_layout.h"
@@ -22,28 +17,7 @@ void expectDone(const Ran& ran) {
   if (ran.status != 0) throw std::runtime_error(ran.out + ran.err);
 }
 
-OutputCell cellOf(const std::string& text) {
-  if (text.empty()) return {};
-  if (Date::parseDayMonthYear(text)) return {CellKind::kDate, text};
-  return {isNumeric(text) ? CellKind::kNumber : CellKind::kText, text};
-}
-
 }  // namespace
-
-Ran runCommand(const std::string& folder, const std::vector<std::string>& arguments, const std::string& input) {
-  std::istringstream in(input);
-  std::ostringstream out;
-  std::ostringstream err;
-  const Exit exit = runBatch(arguments, folder, {in, out, err});
-  return {static_cast<int>(exit), out.str(), err.str()};
-}
-
-std::string demoScript(const std::string& name) {
-  std::ifstream file(std::string(ORVA_DEMO) + "/" + name);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
 
 std::string serverDefinition(const std::string& access) {
   return replaceAll(withServerTypes(access), "constraint pk_id primary key", "primary key");
@@ -105,13 +79,8 @@ Ran DemoCompany::onAccess(const std::vector<std::string>& arguments, const std::
 
 std::string DemoCompany::workbook(const std::vector<std::vector<std::string>>& rows, const std::string& name,
                                   const std::string& sheet) const {
-  std::vector<std::vector<OutputCell>> cells;
-  for (const auto& row : rows) {
-    auto& line = cells.emplace_back();
-    for (const std::string& text : row) line.push_back(cellOf(text));
-  }
   std::string path = program_.file(name);
-  XlsWorkbooks().write(path, sheet, cells);
+  writeWorkbook(path, sheet, rows);
   return path;
 }
 
@@ -132,38 +101,6 @@ std::string DemoCompany::demoWorkbook(const std::string& file) const {
   return workbook(rows, file);
 }
 
-std::vector<std::string> assetHeadings() {
-  return {"PHYID",        "USEDATE", "VCHRDATE", "CAT1",   "CAT2",   "CAT3",       "DESCRIPTION", "COST",
-          "MAINLOC",      "SUBLOC",  "PHYLOC",   "VENDOR", "DEPT",   "COSTCENTRE", "USER",        "QTY",
-          "SALVAGEVALUE", "VCHRNO",  "PONO",     "PODATE", "BILLNO", "BILLDATE",   "WARRANTY"};
-}
-
-std::vector<std::string> goodAsset(const std::string& physicalId) {
-  return {physicalId,
-          "10/06/2025",
-          "05/06/2025",
-          "Computers",
-          "Personal Computers",
-          "Laptops",
-          "Laptop",
-          "65000.50",
-          "Pune",
-          "Office",
-          "First Floor",
-          "Godavari Motors",
-          "Accounts",
-          "Head Office",
-          "A. Kulkarni",
-          "1",
-          "",
-          "V" + physicalId,
-          "PO1",
-          "01/06/2025",
-          "B1",
-          "04/06/2025",
-          "31/05/2027"};
-}
-
 std::vector<std::vector<std::string>> goodSheet(int count) {
   std::vector<std::vector<std::string>> rows{assetHeadings()};
   for (int i = 1; i <= count; ++i) rows.push_back(goodAsset("P" + std::to_string(i)));
@@ -174,14 +111,6 @@ std::vector<std::string> importing(const std::string& workbook, const std::vecto
   std::vector<std::string> arguments{"import", "--company", "DEMO", "--kind", "acquired", workbook};
   arguments.insert(arguments.end(), more.begin(), more.end());
   return arguments;
-}
-
-std::vector<std::string> with(std::vector<std::string> asset, const std::map<std::string, std::string>& cells) {
-  const std::vector<std::string> headings = assetHeadings();
-  for (const auto& [heading, text] : cells) {
-    asset[static_cast<std::size_t>(std::ranges::find(headings, heading) - headings.begin())] = text;
-  }
-  return asset;
 }
 
 }  // namespace orva

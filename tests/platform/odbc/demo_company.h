@@ -1,22 +1,12 @@
 #pragma once
 
-#include <map>
 #include <string>
 #include <vector>
 
+#include "app/demo_data.h"
 #include "platform/odbc/server_home.h"
 
 namespace orva {
-
-/// What a command printed and how it ended.
-struct Ran {
-  int status = -1;
-  std::string out = {};
-  std::string err = {};
-};
-
-/// Runs a command on a program folder, in this process.
-Ran runCommand(const std::string& folder, const std::vector<std::string>& arguments, const std::string& input = {});
 
 /// The demonstration company on a server (company code DEMO) and the same in an Access file,
 /// each with its own program folder, worked on by the batch commands.
@@ -48,14 +38,6 @@ class DemoCompany {
   TemporaryFolder access_;
 };
 
-/// The script that fills the demonstration company, or one that goes on from there.
-std::string demoScript(const std::string& name = "company.sql");
-
-std::vector<std::string> assetHeadings();
-/// One good asset under these headings.
-std::vector<std::string> goodAsset(const std::string& physicalId);
-/// An asset with other texts under some of the headings.
-std::vector<std::string> with(std::vector<std::string> asset, const std::map<std::string, std::string>& cells);
 /// The headings and so many good assets.
 std::vector<std::vector<std::string>> goodSheet(int count);
 /// The command that imports acquired assets.

@@ -74,16 +74,4 @@ std::unique_ptr<Connection> ServerHome::connect(const std::string& catalog, cons
   return databases_.connect(serverConnectionString(context, catalog));
 }
 
-std::string rowsOf(Connection& connection, const std::string& sql) {
-  const auto rows = connection.open(sql);
-  std::string text;
-  const std::vector<FieldInfo> fields = rows->fields();
-  for (; !rows->eof(); rows->moveNext()) {
-    std::string line;
-    for (const FieldInfo& field : fields) line += (line.empty() ? "" : "|") + rows->get(field.name).toText();
-    text += (text.empty() ? "" : "/") + line;
-  }
-  return text;
-}
-
 }  // namespace orva

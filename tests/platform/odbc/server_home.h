@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/query_rows.h"
 #include "fakes/temporary_folder.h"
 #include "platform/odbc/server/tds_server.h"
 #include "startup/company_context.h"
@@ -44,8 +45,5 @@ class ServerHome {
   DatabaseRegistry databases_;
   std::vector<std::string> made_;
 };
-
-/// Rows of a query: values joined by "|", rows by "/".
-std::string rowsOf(Connection& connection, const std::string& sql);
 
 }  // namespace orva

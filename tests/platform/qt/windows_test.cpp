@@ -12,6 +12,8 @@
 
 #include "app/windows/bulk_update_window.h"
 #include "app/windows/master_window.h"
+#include "imports/asset/lease_dates.h"
+#include "masters/real_company.h"
 #include "platform/qt/qt_test.h"
 #include "updates/frmUpdateLEOD.h"
 #include "updates/frmUpdateRateAndMethod.h"
@@ -204,6 +206,45 @@ TEST_F(ImportWindowTest, TheSaveGridGoesWhenAllIsPosted) {
   EXPECT_TRUE(grid->isVisible());
   press("Finish");
   EXPECT_FALSE(grid->isVisible());
+}
+
+TEST(ImportWindow, CalcLeaseEndDateAsksAndTellsHowManyAssetsChanged) {
+  RealCompany company;
+  company.prepare({"insert into FADefinition (DefCode, AssetLife) values ('PM', 12)",
+                   "insert into Asset (Assetid, DefCode, UseDate) values ('A1', 'PM', #01/31/2005#)"});
+  FakeDialogs& dialogs = company.fakes.dialogs;
+  const ImportRegistry registry;
+  frmImport screen(company.fakes.services, company.company, registry,
+                   {.onCalcLeaseDate = [&] { calculateLeaseDates(dialogs, company.company); }});
+  screen.Load();
+  ImportWindow window(screen);
+  window.show();
+  screen.cmdSkip_Click();
+  handleEvents();
+  auto* button = window.findChild<QPushButton*>("cmdCalcLeaseDate");
+  EXPECT_EQ(button->text(), "Calc Lease End Date");
+  const auto tickLeaseHold = [&] {
+    window.findChild<QAbstractButton*>("ChkLeaseHold")->click();
+    handleEvents();
+    return button->isEnabled();
+  };
+  EXPECT_FALSE(button->isEnabled());
+  screen.cmdCalcLeaseDate_Click();
+  EXPECT_TRUE(dialogs.messages.empty()) << "the box is not ticked";
+  EXPECT_TRUE(tickLeaseHold());
+  dialogs.defaultAnswer = Answer::kNo;
+  button->click();
+  ASSERT_EQ(dialogs.messages.size(), 1U);
+  EXPECT_EQ(dialogs.messages[0].buttons, MessageButtons::kYesNo);
+  EXPECT_NE(dialogs.lastText().find("Do you want to continue?"), std::string::npos);
+  EXPECT_EQ(company.rows("select LeaseDate from Asset"), std::vector<std::string>{""});
+  dialogs.defaultAnswer = Answer::kYes;
+  for (const char* told : {"1 asset was changed.", "0 assets were changed."}) {
+    button->click();
+    EXPECT_EQ(dialogs.lastText(), told);
+    EXPECT_EQ(company.rows("select LeaseDate from Asset"), std::vector<std::string>{"31/01/2006"});
+  }
+  EXPECT_FALSE(tickLeaseHold());
 }
 
 TEST(MasterWindow, ReadsTheMasterThatIsChosen) {

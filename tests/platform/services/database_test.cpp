@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/faulty_adapter.h"
 #include "fakes/scripted_database.h"
 
 namespace orva {
@@ -44,34 +43,6 @@ TEST(DatabaseRegistry, AnUnknownProviderIsAnErrorOfItsOwn) {
     EXPECT_EQ(error.number(), provider_number::kUnspecified);
     EXPECT_NE(error.description().find("Other"), std::string::npos);
   }
-}
-
-TEST(FaultyAdapter, FailsOnPlanAndReachesTheDatabaseOtherwise) {
-  auto server = std::make_shared<ScriptedDatabase>();
-  const auto table = server->answer("ABCORVA", "select * from Asset", {.columns = {"Assetid"}, .rows = {}});
-  FaultyAdapter adapter(server);
-  const ConnectionClauses clauses("Initial Catalog=ABCORVA");
-  const auto connection = adapter.connect(clauses, CursorLocation::kClient);
-  adapter.plan().failAt(DatabaseCall::kStore, 2, provider_number::kIntegrity);
-  const auto records = connection->open("select * from Asset");
-  for (int row = 0; row < 3; ++row) {
-    records->addNew();
-    records->set("assetid", row);
-    if (row == 1) {
-      EXPECT_THROW(records->update(), ProviderError);
-      records->cancel();
-    } else {
-      records->update();
-    }
-  }
-  EXPECT_EQ(table->rows, (std::vector<std::vector<Value>>{{0}, {2}}));
-
-  adapter.plan().loseConnectionAt(2);
-  EXPECT_EQ(connection->execute("first"), 0);
-  EXPECT_THROW(connection->execute("second"), ProviderError);
-  EXPECT_THROW(records->moveFirst(), ProviderError);
-  EXPECT_NO_THROW(adapter.connect(clauses, CursorLocation::kClient)->execute("third"));
-  EXPECT_EQ(server->statements().size(), 3U);
 }
 
 }  // namespace

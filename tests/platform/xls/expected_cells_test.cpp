@@ -4,9 +4,8 @@
 #include <cstdlib>
 #include <map>
 
+#include "fakes/case_file.h"
 #include "platform/xls/cell_text.h"
-#include "platform/xls/expected_workbooks.h"
-#include "platform/xls/refusal.h"
 #include "platform/xls/workbook_reader.h"
 
 namespace orva::xls {
@@ -39,51 +38,51 @@ std::string described(const CellTable& table, const Cell& cell) {
   }
 }
 
-void expectCell(const CellTable& table, const Cell& cell, const ExpectedCell& expected) {
-  const std::string place = expected.sheet + " " + std::to_string(expected.row) + "," + std::to_string(expected.column);
-  if (expected.type == 'n') {
-    ASSERT_EQ(cell.kind(), CellKind::kNumber) << place;
-    EXPECT_EQ(cell.asDouble(), std::strtod(expected.value.c_str(), nullptr)) << place;
-  } else {
-    EXPECT_EQ(described(table, cell), std::string(1, expected.type) + " " + expected.value) << place;
+/// The sheet is named between the place of a cell and its value.
+struct ExpectedCell {
+  explicit ExpectedCell(const std::string& line)
+      : type(line.at(0)), row(std::stoi(line.substr(2))), column(std::stoi(line.substr(line.find(',') + 1))) {
+    const std::size_t name = line.find(' ', 2) + 1;
+    const std::size_t end = line.find(" |", name);
+    sheet = line.substr(name, end - name);
+    value = line.substr(std::min(end + 3, line.size()));
   }
-}
+  char type;
+  int row;
+  int column;
+  std::string sheet;
+  std::string value;
+};
 
-class ExpectedCellsTest : public testing::TestWithParam<ExpectedWorkbook> {};
-
-TEST_P(ExpectedCellsTest, EveryCellHasItsTypeAndValue) {
-  const ExpectedWorkbook& expected = GetParam();
-  const std::string content = contentOf(fixture(expected.file));
-  const Bytes file(content.begin(), content.end());
-  if (!expected.refused.empty() || expected.file == "biff5.xls") {
-    EXPECT_THROW(WorkbookReader{file}, Refusal);
-    return;
-  }
-  WorkbookReader workbook(file);
-  std::vector<std::string> names;
-  std::map<std::string, std::size_t> counts;
-  for (const SheetEntry& sheet : workbook.sheets()) names.push_back(sheet.name);
-  EXPECT_EQ(names, expected.sheets);
-  for (const ExpectedCell& cell : expected.cells) counts[cell.sheet] += cell.type != 's' || !cell.value.empty();
-  for (const std::string& name : names) {
-    const CellTable table = workbook.read(workbook.find(name));
-    EXPECT_EQ(table.cells().size(), counts[name]) << name << ": cells that nobody expects, or fewer";
-    for (const ExpectedCell& cell : expected.cells) {
-      if (cell.sheet != name || (cell.type == 's' && cell.value.empty())) continue;
-      const Cell* found = table.find(cell.row, cell.column);
-      ASSERT_NE(found, nullptr) << name << " " << cell.row << "," << cell.column << " is blank";
-      expectCell(table, *found, cell);
+TEST(ExpectedCells, EveryCellHasItsTypeAndValue) {
+  for (const ListedCase& one : listedCases("xls/expected.txt")) {
+    const std::vector<std::string> named = splitAt(one.head, ": ");
+    SCOPED_TRACE(named[0]);
+    const std::string content = fixtureText("xls/" + named[0]);
+    const Bytes file(content.begin(), content.end());
+    WorkbookReader workbook(file);
+    std::map<std::string, CellTable> sheets;
+    std::map<std::string, std::size_t> counts;
+    std::vector<std::string> names;
+    for (const SheetEntry& sheet : workbook.sheets()) names.push_back(sheet.name);
+    EXPECT_EQ(names, splitAt(named.at(1), " | "));
+    for (const std::string& name : names) sheets.emplace(name, workbook.read(workbook.find(name)));
+    for (const std::string& line : one.lines) {
+      const ExpectedCell expected(line);
+      ++counts[expected.sheet];
+      const CellTable& table = sheets.at(expected.sheet);
+      const Cell* found = table.find(expected.row, expected.column);
+      ASSERT_NE(found, nullptr) << line << " is blank";
+      EXPECT_EQ(described(table, *found).substr(0, 1), std::string(1, expected.type)) << line;
+      if (expected.type == 'n') {
+        EXPECT_EQ(found->asDouble(), std::strtod(expected.value.c_str(), nullptr)) << line;
+      } else {
+        EXPECT_EQ(described(table, *found).substr(2), expected.value) << line;
+      }
     }
+    for (const auto& [name, table] : sheets) EXPECT_EQ(table.cells().size(), counts[name]) << name;
   }
 }
-
-std::string nameOf(const testing::TestParamInfo<ExpectedWorkbook>& workbook) {
-  std::string name = workbook.param.file;
-  for (char& letter : name) letter = std::isalnum(static_cast<unsigned char>(letter)) != 0 ? letter : '_';
-  return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Fixtures, ExpectedCellsTest, testing::ValuesIn(expectedWorkbooks()), nameOf);
 
 }  // namespace
 }  // namespace orva::xls

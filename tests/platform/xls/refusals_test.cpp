@@ -3,9 +3,9 @@
 
 #include <cstdio>
 
+#include "fakes/case_file.h"
+#include "fakes/temporary_folder.h"
 #include "platform/values/text.h"
-#include "platform/xls/expected_workbooks.h"
-#include "platform/xls/temporary_folder.h"
 #include "platform/xls/xls_workbooks.h"
 
 namespace orva::xls {
@@ -30,7 +30,7 @@ struct BadFile {
 };
 
 TEST(RefusalsTest, EveryBadFileIsNamedWithItsCause) {
-  const std::string good = contentOf(fixture("records.xls"));
+  const std::string good = fixtureText("xls/records.xls");
   const std::string renamed = replaceAll(good, std::string("W\0o\0r\0k\0b\0", 10), std::string("X\0o\0r\0k\0b\0", 10));
   const std::size_t entry = good.find(std::string("W\0o\0r\0k\0b\0o\0o\0k\0", 16));
   std::string word = good;
@@ -50,8 +50,8 @@ TEST(RefusalsTest, EveryBadFileIsNamedWithItsCause) {
       {"excel4.xls", std::string("\x09\x04\x06\0\0\0\x10\0\0\0", 10), kOldFormat, "Excel 5.0/95 or older"},
       {"stream.xls", renamed, kNotWorkbook, "no stream named \"Workbook\""},
       {"letter.xls", word, kNotWorkbook, "a Word document"},
-      {"biff5.xls", contentOf(fixture("biff5.xls")), kOldFormat, "Excel 5.0/95 or older"},
-      {"secret.xls", contentOf(fixture("encrypted.xls")), kEncrypted, "password"},
+      {"biff5.xls", fixtureText("xls/biff5.xls"), kOldFormat, "Excel 5.0/95 or older"},
+      {"secret.xls", fixtureText("xls/encrypted.xls"), kEncrypted, "password"},
       {"signature.xls", good.substr(0, 100), kDamaged, "damaged or incomplete"},
   };
   const TemporaryFolder folder;
@@ -64,7 +64,7 @@ TEST(RefusalsTest, EveryBadFileIsNamedWithItsCause) {
 }
 
 TEST(RefusalsTest, AFileCutOffAnywhereIsDamaged) {
-  const std::string good = contentOf(fixture("records.xls"));
+  const std::string good = fixtureText("xls/records.xls");
   const TemporaryFolder folder;
   for (const std::size_t percent : {1, 10, 25, 50, 75, 90, 99}) {
     const std::string path = folder.write("cut.xls", good.substr(0, good.size() * percent / 100));
@@ -74,9 +74,9 @@ TEST(RefusalsTest, AFileCutOffAnywhereIsDamaged) {
 
 TEST(RefusalsTest, FilesThatCannotBeOpened) {
   const TemporaryFolder folder;
-  std::filesystem::create_directory(folder.path("folder.xls"));
-  ASSERT_EQ(mkfifo(folder.path("pipe.xls").c_str(), 0600), 0);
-  const std::string locked = folder.write("locked.xls", contentOf(fixture("text.xls")));
+  std::filesystem::create_directory(folder.file("folder.xls"));
+  ASSERT_EQ(mkfifo(folder.file("pipe.xls").c_str(), 0600), 0);
+  const std::string locked = folder.write("locked.xls", fixtureText("xls/text.xls"));
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> holder(std::fopen(locked.c_str(), "rb"), std::fclose);
   ASSERT_EQ(flock(fileno(holder.get()), LOCK_EX), 0);
   const std::pair<std::string, std::string> cases[] = {
@@ -88,16 +88,16 @@ TEST(RefusalsTest, FilesThatCannotBeOpened) {
       {"locked.xls", "another program holds it"},
   };
   for (const auto& [name, cause] : cases) {
-    const WorkbookError error = errorOf(folder.path(name));
+    const WorkbookError error = errorOf(folder.file(name));
     EXPECT_EQ(error.fault(), WorkbookFault::kCannotOpen) << name;
     EXPECT_NE(std::string(error.what()).find(cause), std::string::npos) << error.what();
   }
 }
 
 TEST(RefusalsTest, AMissingSheetTellsTheSheetsThatAreThere) {
-  const WorkbookError error = errorOf(fixture("records.xls"), "Assets");
+  const WorkbookError error = errorOf(fixturePath("xls/records.xls"), "Assets");
   EXPECT_EQ(error.fault(), WorkbookFault::kNoSuchSheet);
-  EXPECT_EQ(error.what(), "The file \"" + fixture("records.xls") +
+  EXPECT_EQ(error.what(), "The file \"" + fixturePath("xls/records.xls") +
                               "\" has no sheet named \"Assets\". The sheets in it are: \"Asset\", \"Numbers\", "
                               "\"Formulas\", \"Dates\", \"Hidden\", \"Very hidden\".");
 }

@@ -1,15 +1,15 @@
 #include <gtest/gtest.h>
 
+#include "fakes/case_file.h"
+#include "fakes/temporary_folder.h"
 #include "platform/xls/cell_text.h"
-#include "platform/xls/expected_workbooks.h"
-#include "platform/xls/temporary_folder.h"
 #include "platform/xls/xls_workbooks.h"
 
 namespace orva::xls {
 namespace {
 
 std::unique_ptr<Sheet> open(const std::string& name, std::string_view sheet, HeaderRow header = HeaderRow::kNo) {
-  return XlsWorkbooks().openSheet(fixture(name), sheet, header);
+  return XlsWorkbooks().openSheet(fixturePath("xls/" + name), sheet, header);
 }
 
 TEST(SheetTest, NumbersAreWrittenOut) {
@@ -103,7 +103,7 @@ TEST(SheetTest, OnlyFilledCellsCount) {
     EXPECT_EQ(open("declared-size.xls", sheet)->columnCount(), columns) << sheet;
   }
   const TemporaryFolder folder;
-  const std::string path = folder.path("blanks.xls");
+  const std::string path = folder.file("blanks.xls");
   XlsWorkbooks().write(path, "Asset",
                        {{{CellKind::kText, "Name"}, {}}, {}, {{CellKind::kText, " "}, {CellKind::kText, " "}}});
   const auto sheet = XlsWorkbooks().openSheet(path, "Asset", HeaderRow::kYes);
@@ -113,9 +113,9 @@ TEST(SheetTest, OnlyFilledCellsCount) {
 
 TEST(SheetTest, PathsWithBackslashesInAnotherCase) {
   const TemporaryFolder folder;
-  std::filesystem::create_directory(folder.path("Data"));
-  folder.write("Data/Assets.XLS", contentOf(fixture("text.xls")));
-  EXPECT_EQ(XlsWorkbooks().openSheet(folder.path("data\\ASSETS.xls"), "Asset", HeaderRow::kNo)->text(0, 0), "plain");
+  std::filesystem::create_directory(folder.file("Data"));
+  folder.write("Data/Assets.XLS", fixtureText("xls/text.xls"));
+  EXPECT_EQ(XlsWorkbooks().openSheet(folder.file("data\\ASSETS.xls"), "Asset", HeaderRow::kNo)->text(0, 0), "plain");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/xls/expected_workbooks.h"
-#include "platform/xls/temporary_folder.h"
+#include "fakes/temporary_folder.h"
 #include "platform/xls/xls_workbooks.h"
 
 namespace orva::xls {
@@ -19,8 +18,8 @@ std::string repeated(const std::string& part, std::size_t count) {
 class XlsWriterTest : public testing::Test {
  protected:
   std::unique_ptr<Sheet> writtenAndRead(const Rows& rows, const std::string& sheetName = "Asset") {
-    XlsWorkbooks().write(folder_.path("out.xls"), sheetName, rows);
-    return XlsWorkbooks().openSheet(folder_.path("out.xls"), sheetName, HeaderRow::kNo);
+    XlsWorkbooks().write(folder_.file("out.xls"), sheetName, rows);
+    return XlsWorkbooks().openSheet(folder_.file("out.xls"), sheetName, HeaderRow::kNo);
   }
   TemporaryFolder folder_;
 };
@@ -98,14 +97,14 @@ TEST_F(XlsWriterTest, AFailedWriteLeavesTheOldFile) {
   EXPECT_THROW(XlsWorkbooks().write(path, "Asset", {std::vector<OutputCell>(257)}), WorkbookError);
   std::filesystem::create_directory(path + ".tmp");  // the temporary file cannot be made
   EXPECT_THROW(XlsWorkbooks().write(path, "Asset", {{{CellKind::kText, "x"}}}), WorkbookError);
-  EXPECT_EQ(contentOf(path), "precious");
-  EXPECT_THROW(XlsWorkbooks().write(folder_.path("nowhere/new.xls"), "Asset", {}), WorkbookError);
+  EXPECT_EQ(folder_.read("old.xls"), "precious");
+  EXPECT_THROW(XlsWorkbooks().write(folder_.file("nowhere/new.xls"), "Asset", {}), WorkbookError);
 }
 
 TEST_F(XlsWriterTest, AFinishedWriteReplacesTheOldFileAndLeavesNoOther) {
   folder_.write("out.xls", "old");
   EXPECT_EQ(writtenAndRead({{{CellKind::kText, "new"}}})->text(0, 0), "new");
-  const std::filesystem::path folder = std::filesystem::path(folder_.path("out.xls")).parent_path();
+  const std::filesystem::path folder = folder_.path();
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
 }
 

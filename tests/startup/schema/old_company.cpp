@@ -31,19 +31,4 @@ std::vector<std::string> OldCompany::upgrade() {
   return all.dialogs.texts();
 }
 
-std::string OldCompany::rows(const std::string& sql) { return rowsOf(*context.connection, sql); }
-
-std::string rowsOf(Connection& connection, const std::string& sql) {
-  const auto rows = connection.open(sql);
-  std::string text;
-  for (; !rows->eof(); rows->moveNext()) {
-    std::string line;
-    for (const FieldInfo& field : rows->fields()) {
-      line += (line.empty() ? "" : "|") + rows->get(field.name).toText();
-    }
-    text += (text.empty() ? "" : "/") + line;
-  }
-  return text;
-}
-
 }  // namespace orva

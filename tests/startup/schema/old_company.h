@@ -6,6 +6,7 @@
 
 #include "fakes/fake_services.h"
 #include "fakes/faulty_adapter.h"
+#include "fakes/query_rows.h"
 #include "fakes/temporary_folder.h"
 #include "startup/company_context.h"
 #include "startup/schema/upgrade_table.h"
@@ -22,7 +23,7 @@ class OldCompany {
   std::vector<std::string> upgrade();
   void run(const std::string& sql) { context.connection->execute(sql); }
   /// Rows of a query: values joined by "|", rows by "/".
-  std::string rows(const std::string& sql);
+  std::string rows(const std::string& sql) { return rowsOf(*context.connection, sql); }
   FaultPlan& faults() { return adapter_->plan(); }
   bool isServer() const { return context.isSqlServer; }
 
@@ -33,8 +34,6 @@ class OldCompany {
   TemporaryFolder folder_;
   std::shared_ptr<FaultyAdapter> adapter_;
 };
-
-std::string rowsOf(Connection& connection, const std::string& sql);
 
 inline std::string dialectName(SchemaDialect dialect) {
   return dialect == SchemaDialect::kServer ? "Server" : "Access";

@@ -18,19 +18,9 @@ constexpr timeval kMostSilence{.tv_sec = 120, .tv_usec = 0};
 
 }  // namespace
 
-void ServerPlan::failAt(int nth, ServerError error, std::string beginning) {
+void ServerPlan::add(Fault fault) {
   const std::scoped_lock lock(mutex_);
-  faults_.push_back({Fate::kFail, nth, std::move(error), std::move(beginning)});
-}
-
-void ServerPlan::dropAt(int nth, std::string beginning) {
-  const std::scoped_lock lock(mutex_);
-  faults_.push_back({Fate::kDrop, nth, {}, std::move(beginning)});
-}
-
-void ServerPlan::stallAt(int nth, std::string beginning) {
-  const std::scoped_lock lock(mutex_);
-  faults_.push_back({Fate::kStall, nth, {}, std::move(beginning)});
+  faults_.push_back(std::move(fault));
 }
 
 std::vector<std::string> ServerPlan::statements() const {

@@ -16,11 +16,13 @@ class ServerPlan {
 
   /// The `nth` statement from now that begins like this (1 is the next one) is answered with
   /// this error.
-  void failAt(int nth, ServerError error, std::string beginning = {});
+  void failAt(int nth, ServerError error, std::string beginning = {}) {
+    add({Fate::kFail, nth, std::move(error), std::move(beginning)});
+  }
   /// At the `nth` such statement the connection is dropped without an answer.
-  void dropAt(int nth, std::string beginning = {});
+  void dropAt(int nth, std::string beginning = {}) { add({Fate::kDrop, nth, {}, std::move(beginning)}); }
   /// The `nth` such statement is not answered before the client gives it up.
-  void stallAt(int nth, std::string beginning = {});
+  void stallAt(int nth, std::string beginning = {}) { add({Fate::kStall, nth, {}, std::move(beginning)}); }
   /// The statements that came since the last `forget`, with the values of their parameters.
   std::vector<std::string> statements() const;
   void forget();
@@ -35,6 +37,8 @@ class ServerPlan {
     ServerError error;
     std::string beginning;
   };
+
+  void add(Fault fault);
 
   mutable std::mutex mutex_;
   std::vector<std::string> statements_;

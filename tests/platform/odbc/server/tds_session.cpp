@@ -246,9 +246,6 @@ class Conversation {
       prepared_[++lastHandle_] = text;
       handle = lastHandle_;
       done = runWith(text, argumentsFrom(3));
-    } else if (name == "sp_prepare" || name == "#11") {
-      prepared_[++lastHandle_] = parameters.at(2).value.toText();
-      handle = lastHandle_;
     } else if (name == "sp_execute" || name == "#12") {
       done = runWith(prepared_.at(std::stoi(parameters.at(0).literal)), argumentsFrom(1));
     } else if (name == "sp_unprepare" || name == "#15") {
@@ -256,8 +253,7 @@ class Conversation {
     } else if (name.ends_with("sp_pkeys")) {
       primaryKeys(parameters.at(0).value.toText());
     } else {
-      writeMessage(out_, {2812, "Could not find stored procedure '" + name + "'."}, 16);
-      done = false;
+      throw std::runtime_error("the procedure " + name + " is unknown");
     }
     writeReturnStatus(out_);
     if (handle) writeHandle(out_, *handle);

@@ -31,35 +31,28 @@ unsigned nvarcharBytes(const FieldInfo& field) {
 }
 
 void writeType(Writer& out, const FieldInfo& field) {
+  const auto fixed = [&out](unsigned type, unsigned length) {
+    out.u8(type);
+    out.u8(length);
+  };
   switch (field.type) {
     case FieldType::kInteger:
-      out.u8(kIntN);
-      out.u8(8);
-      return;
+      return fixed(kIntN, 8);
     case FieldType::kBoolean:
-      out.u8(kBitN);
-      out.u8(1);
-      return;
+      return fixed(kBitN, 1);
     case FieldType::kCurrency:
-      out.u8(kMoneyN);
-      out.u8(8);
-      return;
+      return fixed(kMoneyN, 8);
     case FieldType::kDouble:
-      out.u8(kFloatN);
-      out.u8(8);
-      return;
+      return fixed(kFloatN, 8);
     case FieldType::kDate:
     case FieldType::kTimestamp:
-      out.u8(kDateTimeN);
-      out.u8(4);
-      return;
+      return fixed(kDateTimeN, 4);
     case FieldType::kMemo:
       out.u8(kNText);
       out.u32(0x7FFFFFFE);
       out.raw(kCollation);
       out.u8(1);
-      out.longText("T");
-      return;
+      return out.longText("T");
     default:
       out.u8(kNVarChar);
       out.u16(nvarcharBytes(field));
@@ -127,29 +120,15 @@ std::string decimalText(std::string_view bytes, unsigned scale) {
   return (bytes[0] == 0 ? "-" : "") + digits;
 }
 
-std::string moneyText(std::string_view bytes) {
-  Reader in(bytes);
-  const std::uint64_t high = in.u32();
-  return Currency::fromUnits(static_cast<std::int64_t>(high << 32 | in.u32())).toText();
-}
-
-/// Days since 01/01/1900 (four bytes, or two with minutes), or since the year 1 behind a time.
-std::string dateText(std::string_view bytes, bool isNewForm) {
+/// Days since the year 1 behind a time of day.
+std::string dateText(std::string_view bytes) {
   constexpr std::int32_t kDayOfYearOne = -693'593;
-  if (isNewForm)
-    return dateLiteral(static_cast<std::int64_t>(Reader(bytes.substr(bytes.size() - 3)).number(3)) + kDayOfYearOne);
-  return dateLiteral(static_cast<std::int32_t>(Reader(bytes).number(bytes.size() / 2)) + kServerDayZero);
+  return dateLiteral(static_cast<std::int64_t>(Reader(bytes.substr(bytes.size() - 3)).number(3)) + kDayOfYearOne);
 }
 
 std::string realText(std::string_view bytes) {
   double number = 0;
-  if (bytes.size() == 8) {
-    std::memcpy(&number, bytes.data(), 8);
-  } else {
-    float small = 0;
-    std::memcpy(&small, bytes.data(), 4);
-    number = static_cast<double>(small);
-  }
+  std::memcpy(&number, bytes.data(), sizeof number);
   char text[40];
   std::snprintf(text, sizeof text, "%.17g", number);
   return text;
@@ -194,16 +173,12 @@ void readNumber(unsigned type, unsigned scale, std::string_view bytes, Parameter
     case kFloatN:
       parameter.literal = realText(bytes);
       break;
-    case kMoneyN:
-      parameter.literal = moneyText(bytes);
-      break;
     case kDecimalN:
     case kNumericN:
       parameter.literal = decimalText(bytes, scale);
       break;
-    case kDateTimeN:
     case kDateTime2N:
-      parameter.literal = dateText(bytes, type == kDateTime2N);
+      parameter.literal = dateText(bytes);
       break;
     default:
       throw std::runtime_error("a parameter of type " + std::to_string(type));
@@ -305,14 +280,10 @@ Parameter readParameter(Reader& in) {
     return parameter;
   }
   unsigned scale = 0;
-  if (type == kDateTime2N) {
+  in.u8();
+  if (type == kDecimalN || type == kNumericN) {
     in.u8();
-  } else {
-    in.u8();
-    if (type == kDecimalN || type == kNumericN) {
-      in.u8();
-      scale = in.u8();
-    }
+    scale = in.u8();
   }
   const unsigned length = in.u8();
   if (length > 0) readNumber(type, scale, in.raw(length), parameter);
