@@ -125,6 +125,11 @@ void AccessDatabase::commit() {
   file_->commit();
 }
 
+void AccessDatabase::abandon() {
+  file_->abandon();
+  lock_.reset();
+}
+
 void AccessDatabase::rollback() {
   if (!file_->hasChanges()) return;
   file_->rollback();

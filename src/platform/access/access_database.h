@@ -52,6 +52,9 @@ class AccessDatabase final : public TableLookup {
 
   void commit();
   void rollback();
+  /// Lets go of a file that could not be written to, so that it can be opened anew; what is finished
+  /// stands in the side file. Nothing else may be asked of this object.
+  void abandon();
   /// Sets the password of the file; an empty one removes it. Belongs to the transaction.
   void setPassword(std::string_view password);
 

@@ -55,6 +55,12 @@ PageFile::~PageFile() {
   }
 }
 
+void PageFile::abandon() {
+  broken_ = true;
+  file_.reset();
+  log_.reset();
+}
+
 void PageFile::openLog() {
   const Page& header = page(0);
   log_ = std::make_unique<RedoLog>(files_, RedoLog::pathFor(path_), ByteView(header).subspan(header_at::kUserSlots));
@@ -84,6 +90,7 @@ const Page& PageFile::page(PageNumber number) { return frame(number).page; }
 
 PageFile::Frame& PageFile::frame(PageNumber number) {
   if (number >= pageCount_) fail(number, "a pointer leads to this page, which is past the end of the file");
+  if (!file_) throw AccessFileError(provider_number::kUnspecified, path_ + ": the database is closed.");
   auto& slot = frames_[number];
   if (!slot && number == lastLoaded_ + 1) loadRun(number);
   if (!slot) {

@@ -39,6 +39,8 @@ class PageFile {
   bool isWritable() const { return writable_; }
   /// True after a write failed that the side file makes good at the next open.
   bool isBroken() const { return broken_; }
+  /// Closes a broken file without touching it or its side file.
+  void abandon();
   PageNumber pageCount() const { return pageCount_; }
   /// Pages n >= 1 are coded with this key from now on; 0 = plain.
   void setScramblingKey(std::uint32_t key) { scramblingKey_ = key; }

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <mutex>
+#include <utility>
 
 #include "platform/embedded/access_layout.h"
 #include "platform/local/path_lookup.h"
@@ -40,12 +41,14 @@ std::shared_ptr<AccessFile> AccessFile::open(const std::string& path, const std:
   const std::string real = realPath(found);
   const std::lock_guard guard(openFiles().mutex);
   std::weak_ptr<AccessFile>& known = openFiles().files[real];
-  if (auto file = known.lock()) {
-    if (file->database().file().isBroken()) failFile("The database '" + path + "' could not be written to.");
+  auto file = known.lock();
+  // What a failed write left behind is made good by opening the file again.
+  if (file && file->database().file().isBroken()) std::exchange(file, nullptr)->database().abandon();
+  if (file) {
     if (file->database().header().password == password) return file;
     throw ProviderError(provider_number::kLoginFailed, "The database password is not valid.");
   }
-  std::shared_ptr<AccessFile> file(new AccessFile(access::AccessDatabase::open(real, {.password = password})));
+  file.reset(new AccessFile(access::AccessDatabase::open(real, {.password = password})));
   std::erase_if(openFiles().files, [](const auto& entry) { return entry.second.expired(); });
   openFiles().files[real] = file;
   return file;
