@@ -26,7 +26,7 @@ std::unique_ptr<PageFile> PageFile::open(FileSystem& files, const std::string& p
   const std::uint64_t size = file->size();
   std::unique_ptr<PageFile> pages(new PageFile(files, path, std::move(file), forWriting));
   pages->pageCount_ = static_cast<PageNumber>(std::min<std::uint64_t>(size / kPageSize, kMaximumPages));
-  pages->committedPages_ = pages->pageCount_;
+  pages->committedPages_ = pages->pagesInFile_ = pages->pageCount_;
   pages->frames_.resize(pages->pageCount_);
   pages->recover();
   const bool whole = size % kPageSize == 0 || !pages->unsaved_.empty();
@@ -82,7 +82,14 @@ void PageFile::recover() {
   };
   const FileHeader header = at(0, [this] { return FileHeader::read(page(0)); });
   scramblingKey_ = header.scramblingKey;
-  log_->recover(applyRange, applyLength);
+  const auto pageInFile = [this](PageNumber number) { return number < pagesInFile_ ? &frame(number).page : nullptr; };
+  try {
+    log_->recover(pageInFile, applyRange, applyLength);
+  } catch (...) {
+    // The side file stays for whoever has the database that it belongs to.
+    abandon();
+    throw;
+  }
   committedPages_ = pageCount_;
 }
 
@@ -207,7 +214,7 @@ void PageFile::commit() {
   if (!log_) openLog();
   for (const PageNumber number : changed_) {
     Frame& target = *frames_[number];
-    log_->addPage(number, *target.before, target.page);
+    log_->addPage(number, *target.before, target.page, !target.unsaved && number < pagesInFile_);
   }
   try {
     log_->commit(pageCount_);
@@ -249,7 +256,7 @@ bool PageFile::sweepIsDue() const {
 void PageFile::sweep() {
   if (unsaved_.empty()) return;
   try {
-    log_->sync();
+    if (log_) log_->beginSweep(committedPages_);
     std::sort(unsaved_.begin(), unsaved_.end());
     for (const PageNumber number : unsaved_) {
       Frame& target = *frames_[number];
@@ -262,6 +269,7 @@ void PageFile::sweep() {
     broken_ = true;
     throw;
   }
+  pagesInFile_ = committedPages_;
   for (const PageNumber number : unsaved_) frames_[number]->unsaved = false;
   unsaved_.clear();
   lastSweep_ = std::chrono::steady_clock::now();

@@ -107,6 +107,7 @@ class PageFile {
   std::uint32_t scramblingKey_ = 0;
   PageNumber pageCount_ = 0;
   PageNumber committedPages_ = 0;
+  PageNumber pagesInFile_ = 0;
   std::vector<std::unique_ptr<Frame>> frames_;
   std::size_t cached_ = 0;
   PageNumber trimHand_ = 0;

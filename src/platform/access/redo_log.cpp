@@ -1,7 +1,9 @@
 #include "platform/access/redo_log.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <vector>
 
 #include "platform/access/access_file_error.h"
 
@@ -9,12 +11,16 @@ namespace orva::access {
 namespace {
 
 // File: magic, checksum of the identity. Record: magic, length of the ranges,
-// page count, checksum, ranges. Range: page, offset, length, bytes.
+// page count, checksum, ranges. Range: page, offset, length, bytes. Two offsets
+// that no page has stand for the checksum of a page as the database has it, and
+// for the beginning of a sweep.
 constexpr std::uint32_t kFileMagic = 0x4C52414F;
 constexpr std::uint32_t kRecordMagic = 0x5243524F;
 constexpr std::size_t kFileHeader = 12;
 constexpr std::size_t kRecordHeader = 20;
 constexpr std::size_t kRangeHeader = 8;
+constexpr std::size_t kBaseOffset = 0xFFFF;
+constexpr std::size_t kSweepOffset = 0xFFFE;
 /// Ranges begin and end at multiples of this.
 constexpr std::size_t kUnit = 16;
 
@@ -44,53 +50,107 @@ std::size_t firstDifference(const Page& left, const Page& right, std::size_t at)
   return at;
 }
 
+struct Record {
+  PageNumber pageCount;
+  ByteView ranges;
+  std::uint64_t end;  // in the log
+};
+
+/// The records up to the first that is not whole.
+std::vector<Record> wholeRecords(ByteView log) {
+  std::vector<Record> records;
+  for (std::size_t at = kFileHeader; at + kRecordHeader <= log.size();) {
+    const std::uint32_t length = u32At(log, at + 4);
+    if (u32At(log, at) != kRecordMagic || length > log.size() - at - kRecordHeader) break;
+    const ByteView ranges = log.subspan(at + kRecordHeader, length);
+    const PageNumber pageCount = u32At(log, at + 8);
+    if (u64At(log, at + 12) != checksum(ranges, pageCount)) break;
+    at += kRecordHeader + length;
+    records.push_back({pageCount, ranges, at});
+  }
+  return records;
+}
+
+template <typename Action>
+void forEachRange(ByteView ranges, Action action) {
+  for (std::size_t at = 0; at + kRangeHeader <= ranges.size();) {
+    const std::size_t size = std::min<std::size_t>(u16At(ranges, at + 6), ranges.size() - at - kRangeHeader);
+    action(u32At(ranges, at), u16At(ranges, at + 4), ranges.subspan(at + kRangeHeader, size));
+    at += kRangeHeader + size;
+  }
+}
+
+bool hasSweep(const std::vector<Record>& records) {
+  bool found = false;
+  for (const Record& record : records) {
+    forEachRange(record.ranges,
+                 [&](PageNumber, std::size_t offset, ByteView) { found = found || offset == kSweepOffset; });
+  }
+  return found;
+}
+
 }  // namespace
 
 RedoLog::RedoLog(FileSystem& files, std::string path, ByteView identity)
     : files_(files), path_(std::move(path)), identity_(identity.begin(), identity.end()) {}
 
-bool RedoLog::recover(const ApplyRange& applyRange, const ApplyLength& applyLength) {
-  if (!files_.exists(path_)) return false;
-  const auto leftBehind = files_.open(path_, OpenKind::kRead);
-  Bytes log(leftBehind->size());
-  leftBehind->read(0, log);
-  if (log.size() < kFileHeader + kRecordHeader || u32At(log, 0) != kFileMagic) return false;
-  if (u64At(log, 4) != checksum(identity_, kFileMagic)) {
-    throw AccessFileError(provider_number::kUnspecified,
-                          path_ +
-                              ": holds unfinished changes of a database that another program has used since. "
-                              "Delete this file to open the database without them.");
-  }
-  bool found = false;
-  for (std::size_t at = kFileHeader; at + kRecordHeader <= log.size();) {
-    const std::uint32_t length = u32At(log, at + 4);
-    if (u32At(log, at) != kRecordMagic || length > log.size() - at - kRecordHeader) break;
-    const ByteView ranges = ByteView(log).subspan(at + kRecordHeader, length);
-    const PageNumber pageCount = u32At(log, at + 8);
-    if (u64At(log, at + 12) != checksum(ranges, pageCount)) break;
-    applyLength(pageCount);
-    for (std::size_t r = 0; r + kRangeHeader <= length;) {
-      const std::size_t size = u16At(ranges, r + 6);
-      applyRange(u32At(ranges, r), u16At(ranges, r + 4), ranges.subspan(r + kRangeHeader, size));
-      r += kRangeHeader + size;
-    }
-    at += kRecordHeader + length;
-    found = true;
-  }
-  return found;
+void RedoLog::refuse() const {
+  throw AccessFileError(provider_number::kUnspecified,
+                        path_ +
+                            ": holds unfinished changes of a database that has been changed or replaced since. "
+                            "Delete this file to open the database without them.");
 }
 
-void RedoLog::addPage(PageNumber page, const Page& before, const Page& after) {
+bool RedoLog::recover(const PageInFile& pageInFile, const ApplyRange& applyRange, const ApplyLength& applyLength) {
+  if (!files_.exists(path_)) return false;
+  Bytes log;
+  {
+    const auto leftBehind = files_.open(path_, OpenKind::kRead);
+    log.resize(leftBehind->size());
+    leftBehind->read(0, log);
+  }
+  if (log.size() < kFileHeader + kRecordHeader || u32At(log, 0) != kFileMagic) return false;
+  if (u64At(log, 4) != checksum(identity_, kFileMagic)) refuse();
+  const std::vector<Record> records = wholeRecords(log);
+  if (!hasSweep(records)) {
+    for (const Record& record : records) {
+      forEachRange(record.ranges, [&](PageNumber page, std::size_t offset, ByteView bytes) {
+        if (offset != kBaseOffset || bytes.size() != sizeof(std::uint64_t)) return;
+        const Page* const present = pageInFile(page);
+        if (!present || checksum(*present, page) != u64At(bytes, 0)) refuse();
+      });
+    }
+  }
+  for (const Record& record : records) {
+    applyLength(record.pageCount);
+    forEachRange(record.ranges, [&](PageNumber page, std::size_t offset, ByteView bytes) {
+      if (offset < kPageSize) applyRange(page, offset, bytes);
+    });
+    length_ = record.end;
+  }
+  return !records.empty();
+}
+
+void RedoLog::addRange(PageNumber page, std::size_t offset, ByteView bytes) {
   if (record_.empty()) record_.resize(kRecordHeader);
+  const std::size_t header = record_.size();
+  record_.resize(header + kRangeHeader + bytes.size());
+  putU32(record_, header, page);
+  putU16(record_, header + 4, offset);
+  putU16(record_, header + 6, bytes.size());
+  std::copy(bytes.begin(), bytes.end(), record_.begin() + static_cast<std::ptrdiff_t>(header + kRangeHeader));
+}
+
+void RedoLog::addPage(PageNumber page, const Page& before, const Page& after, bool isInFile) {
+  if (isInFile) {
+    std::array<Byte, sizeof(std::uint64_t)> sum;
+    putU64(sum, 0, checksum(before, page));
+    addRange(page, kBaseOffset, sum);
+  }
   for (std::size_t at = firstDifference(before, after, 0); at < kPageSize; at = firstDifference(before, after, at)) {
     std::size_t end = at + kUnit;
     while (end < kPageSize && !isEqual(before, after, end, kUnit)) end += kUnit;
-    const std::size_t header = record_.size();
-    record_.resize(header + kRangeHeader + end - at);
-    putU32(record_, header, page);
-    putU16(record_, header + 4, at);
-    putU16(record_, header + 6, end - at);
-    std::memcpy(record_.data() + header + kRangeHeader, &after[at], end - at);
+    addRange(page, at, ByteView(after).subspan(at, end - at));
     at = end;
   }
 }
@@ -120,8 +180,12 @@ void RedoLog::start() {
   length_ = kFileHeader;
 }
 
-void RedoLog::sync() {
-  if (file_) file_->sync();
+void RedoLog::beginSweep(PageNumber pageCount) {
+  if (length_ == 0) return;
+  if (!file_) file_ = files_.open(path_, OpenKind::kWrite);
+  addRange(0, kSweepOffset, {});
+  commit(pageCount);
+  file_->sync();
 }
 
 void RedoLog::restart() {

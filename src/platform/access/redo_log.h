@@ -17,6 +17,11 @@ namespace orva::access {
 /// whatever part of the sweep was done, because a record says what bytes a
 /// place has, not how it changes.
 ///
+/// The log knows the pages as they stood in the database before it: until a
+/// sweep has begun, they must be the same when it is applied. So a database
+/// that was put in the place of the one that the log belongs to, a copy of
+/// yesterday say, is never mixed with changes of today.
+///
 /// The program's end at any point loses nothing that was finished. A power cut
 /// can lose what was appended since the last sweep, never half of a change:
 /// the log reaches the disk before the pages do.
@@ -31,19 +36,23 @@ class RedoLog {
 
   using ApplyRange = std::function<void(PageNumber page, std::size_t offset, ByteView bytes)>;
   using ApplyLength = std::function<void(PageNumber pageCount)>;
+  /// The page as it stands in the database; null when it has no such page.
+  using PageInFile = std::function<const Page*(PageNumber page)>;
   /// Reads a log that an interrupted program left behind. Returns false when
-  /// there is none with a whole record. Throws `AccessFileError` when another
-  /// program has used the database since.
-  bool recover(const ApplyRange& applyRange, const ApplyLength& applyLength);
+  /// there is none with a whole record. Throws `AccessFileError`, with nothing
+  /// applied, when the database has been used by another program or replaced since.
+  bool recover(const PageInFile& pageInFile, const ApplyRange& applyRange, const ApplyLength& applyLength);
 
-  /// Collects one record: the bytes of `after` that differ from `before`.
-  void addPage(PageNumber page, const Page& before, const Page& after);
+  /// Collects one record: the bytes of `after` that differ from `before`. `isInFile`
+  /// says that the database itself holds the page as it was before.
+  void addPage(PageNumber page, const Page& before, const Page& after, bool isInFile);
   /// Appends the collected record to the side file.
   void commit(PageNumber pageCount);
   void discard() { record_.clear(); }
   bool isEmpty() const { return length_ == 0; }
   std::uint64_t length() const { return length_; }
-  void sync();
+  /// From now on pages of the database are written; returns when the whole log has reached the disk.
+  void beginSweep(PageNumber pageCount);
   /// Forgets all records; they must be in the database by now.
   void restart();
   /// Removes the side file.
@@ -51,6 +60,8 @@ class RedoLog {
 
  private:
   void start();
+  void addRange(PageNumber page, std::size_t offset, ByteView bytes);
+  [[noreturn]] void refuse() const;
 
   FileSystem& files_;
   std::string path_;

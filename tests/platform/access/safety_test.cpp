@@ -134,21 +134,49 @@ TEST(Safety, AKilledProgramLeavesEveryFinishedRow) {
   EXPECT_LE(database->table("Rows").definition().rowCount, static_cast<std::uint32_t>(last + 2));
 }
 
+/// A side file belongs to one state of its database: not to one that another program has changed, nor to a copy that
+/// somebody put in its place.
 TEST(Safety, ASideFileOfAForeignStateIsRefused) {
   FakeFileSystem files;
-  AccessDatabase::create("books.mdb", {.files = &files}).reset();
-  files.killAtWrite(4);  // the side file is whole, the database untouched
-  try {
+  const auto addTable = [&files](const std::string& name, bool isKilled) {
     const auto database = AccessDatabase::open("books.mdb", {.files = &files});
-    SchemaChange(*database).createTable("T", {{.name = "A", .size = 1}});
+    SchemaChange(*database).createTable(name, {{.name = "A", .size = 1}});
     database->commit();
-    database->file().sweep();
-  } catch (const Killed&) {
-  }
+    if (isKilled) files.killAtWrite(0);  // the side file is whole, the database untouched
+  };
+  AccessDatabase::create("books.mdb", {.files = &files}).reset();
+  addTable("T1", false);
+  const Bytes yesterday = *files.files["books.mdb"];
+  addTable("T2", false);
+  const Bytes today = *files.files["books.mdb"];
+  addTable("T3", true);
   files.revive();
   ASSERT_TRUE(files.exists(RedoLog::pathFor("books.mdb")));
-  ++(*files.files["books.mdb"])[header_at::kUserSlots];  // another program was here
-  EXPECT_THROW(AccessDatabase::open("books.mdb", {.files = &files}), AccessFileError);
+  Bytes usedElsewhere = today;
+  ++usedElsewhere[header_at::kUserSlots];
+  for (const Bytes& other : {yesterday, usedElsewhere}) {
+    *files.files["books.mdb"] = other;
+    EXPECT_THROW(AccessDatabase::open("books.mdb", {.files = &files}), AccessFileError);
+    EXPECT_EQ(*files.files["books.mdb"], other);
+  }
+  *files.files["books.mdb"] = today;
+  EXPECT_EQ(AccessDatabase::open("books.mdb", {.files = &files})->tableNames().size(), 3U);
+}
+
+/// After a failed write the file can be opened anew although the program still holds the old object.
+TEST(Safety, AnAbandonedFileIsOpenedAnew) {
+  FakeFileSystem files;
+  AccessDatabase::create("books.mdb", {.files = &files}).reset();
+  const auto broken = AccessDatabase::open("books.mdb", {.files = &files});
+  SchemaChange(*broken).createTable("T", {{.name = "A", .size = 1}});
+  broken->commit();
+  files.killAtWrite(1);
+  EXPECT_THROW(broken->file().sweep(), Killed);
+  files.revive();
+  ASSERT_TRUE(broken->file().isBroken());
+  broken->abandon();
+  EXPECT_EQ(AccessDatabase::open("books.mdb", {.files = &files})->tableNames().size(), 1U);
+  EXPECT_THROW(broken->file().page(1), AccessFileError);
 }
 
 TEST(Safety, AFileInUseElsewhereIsLeftAlone) {
