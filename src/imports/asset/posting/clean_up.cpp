@@ -80,11 +80,11 @@ std::map<std::string_view, bool> findGaps(const CompanyContext& company, std::st
     if (cleanUp.table != table || !applies(company, cleanUp)) continue;
     if (std::find(columns.begin(), columns.end(), cleanUp.column) != columns.end()) continue;
     columns.push_back(cleanUp.column);
-    const std::string column(cleanUp.column);
-    const std::string isEmpty = column + " is null or " + column + " = ''";
     query += query.empty() ? "Select max(" : ", max(";
-    query += (company.isSqlServer ? "case when " + isEmpty + " then 1 else 0 end" : "iif(" + isEmpty + ", 1, 0)") + ")";
-    query += " as gap" + std::to_string(columns.size());
+    query += company.isSqlServer ? "case when " : "iif(";
+    query.append(cleanUp.column).append(" is null or ").append(cleanUp.column).append(" = ''");
+    query += company.isSqlServer ? " then 1 else 0 end)" : ", 1, 0))";
+    query.append(" as gap").append(std::to_string(columns.size()));
   }
   const auto rows = company.connection->open(query + " from " + std::string(table));
   std::map<std::string_view, bool> gaps;
