@@ -13,8 +13,9 @@ namespace {
 /// Pages and frames that are kept for the next use, because making them costs more than filling them.
 constexpr std::size_t kSparePages = 64;
 constexpr std::size_t kSpareFrames = PageFile::kCachedPages / 8;
-/// Pages that are read at once when pages are asked for in their order.
+/// Pages that are read at once after so many were asked for in their order.
 constexpr PageNumber kRun = 8;
+constexpr unsigned kInOrder = 2;
 
 }  // namespace
 
@@ -99,12 +100,13 @@ PageFile::Frame& PageFile::frame(PageNumber number) {
   if (number >= pageCount_) fail(number, "a pointer leads to this page, which is past the end of the file");
   if (!file_) throw AccessFileError(provider_number::kUnspecified, path_ + ": the database is closed.");
   auto& slot = frames_[number];
-  if (!slot && number == lastLoaded_ + 1) loadRun(number);
+  if (!slot && number == lastLoaded_ + 1 && ++loadedInOrder_ > kInOrder) loadRun(number);
   if (!slot) {
     auto loaded = takeFrame();
     load(number, loaded->page);
     slot = std::move(loaded);
     ++cached_;
+    if (number != lastLoaded_ + 1) loadedInOrder_ = 0;
     lastLoaded_ = number;
   }
   slot->used = true;
@@ -138,7 +140,7 @@ void PageFile::load(PageNumber number, Page& page) {
   decode(number, page);
 }
 
-/// Whoever reads two pages in their order reads on.
+/// Whoever reads some pages in their order reads on.
 void PageFile::loadRun(PageNumber first) {
   std::array<Byte, kRun * kPageSize> bytes;
   PageNumber count = 0;

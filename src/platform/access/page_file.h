@@ -113,6 +113,7 @@ class PageFile {
   PageNumber trimHand_ = 0;
   std::uint64_t version_ = 0;
   PageNumber lastLoaded_ = 0;
+  unsigned loadedInOrder_ = 0;
   std::vector<PageNumber> changed_;
   std::vector<PageNumber> unsaved_;
   std::vector<std::unique_ptr<Page>> spare_;

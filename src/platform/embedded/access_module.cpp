@@ -13,13 +13,14 @@
 namespace orva::embedded {
 namespace {
 
-/// Rows between two looks at the memory that read pages take.
+/// Rows, or starts of a walk, between two looks at the memory that read pages take.
 constexpr unsigned kRowsBetweenTrims = 256;
 
 struct VirtualTable : sqlite3_vtab {
   AccessTables* tables = nullptr;
   std::shared_ptr<AccessTable> table;
   std::deque<AccessPlan> plans;
+  unsigned walks = 0;
 
   int columnCount() const { return static_cast<int>(table->layout.columns.size()); }
   std::size_t position(int column) const { return table->positions[static_cast<std::size_t>(column - kFirstColumn)]; }
@@ -127,6 +128,7 @@ int filter(sqlite3_vtab_cursor* cursor, int plan, const char*, int count, sqlite
     Cursor& self = of(cursor);
     VirtualTable& table = of(cursor->pVtab);
     requireCurrent(table);
+    if (++table.walks % kRowsBetweenTrims == 0) table.table->table->letGoOfPages();
     std::vector<Scalar> arguments;
     arguments.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) arguments.push_back(scalarOf(values[i]));
