@@ -105,13 +105,17 @@ TEST(Posting, DuplicateIdentifierKeepsWhatStands) {
 
 TEST(Posting, LevelsRemovedSinceValidationAreMadeAgain) {
   AssetCompany company;
-  company.stage({purchase({{"CAT2", "Presses"}}), purchase({{"CAT2", "Presses"}})});
+  const SheetRow press = purchase({{"CAT2", "Presses"}});
+  const SheetRow pump = purchase({{"CAT2", "Pumps"}, {"CAT3", "Centrifugal"}});
+  company.stage({press, pump, press, pump});
   company.validate();
-  company.prepare({"delete from Classification where ClassCode='PM-02'"});
+  company.prepare({"delete from Classification where ClassCode='PM-02'", "delete from SubClass"});
   EXPECT_TRUE(company.post().finished);
-  EXPECT_EQ(company.rows("select Assetid, ClassCode from Asset order by Assetid"),
-            (Lines{"PM0001|PM-02", "PM0002|PM-02"}));
+  EXPECT_EQ(company.rows("select Assetid, ClassCode, SubClassCode from Asset order by Assetid"),
+            (Lines{"PM0001|PM-02|", "PM0002|PM-02|", "PM\\PU0001|PM-01|PM-01-01", "PM\\PU0002|PM-01|PM-01-01"}));
   EXPECT_EQ(company.row("select ClassDesc from Classification where ClassCode='PM-02'"), "Presses");
+  EXPECT_EQ(company.rows("select DefCode, ClassCode, SubClassCode, SubClassDesc, Prefix from SubClass"),
+            Lines{"PM|PM-01|PM-01-01|Centrifugal|"});
 }
 
 /// Rows of several units: what is divided comes together again to the cent, and every unit but the last has its
