@@ -80,9 +80,12 @@ std::optional<std::int64_t> AccessStore::addRow(const TableDef& table, const std
     const access::RowId key = target.insert(std::move(row));
     tables_.file->commit();
     return key;
-  } catch (...) {
+  } catch (const ProviderError&) {
     tables_.file->rollback();
     throw;
+  } catch (const std::exception& error) {
+    tables_.file->rollback();
+    throw ProviderError(provider_number::kUnspecified, error.what());
   }
 }
 

@@ -13,31 +13,31 @@ namespace {
 constexpr char kNullMark = '\x01';
 constexpr char kTextMark = '\x20';
 
-struct CellReader {
+/// What cells and values of the service have in common.
+struct PlainReader {
   Scalar operator()(std::monostate) const { return {}; }
   Scalar operator()(bool yes) const { return std::int64_t{yes ? 1 : 0}; }
   Scalar operator()(std::int64_t number) const { return number; }
   Scalar operator()(double number) const { return number; }
   Scalar operator()(Currency money) const { return money.units(); }
+  Scalar operator()(const std::string& text) const { return text; }
+};
+
+struct CellReader : PlainReader {
+  using PlainReader::operator();
   Scalar operator()(access::DateTime date) const {
     constexpr double kFarthest = 4'000'000;  // a damaged file may hold anything
     if (!(std::fabs(date.days) < kFarthest)) return {};
     return static_cast<std::int64_t>(std::trunc(date.days));
   }
-  Scalar operator()(const std::string& text) const { return text; }
   Scalar operator()(const access::Bytes&) const { return {}; }
   Scalar operator()(const access::Guid& guid) const { return guid.toText(); }
   Scalar operator()(const access::Decimal& decimal) const { return val(decimal.toText()); }
 };
 
-struct ValueReader {
-  Scalar operator()(std::monostate) const { return {}; }
-  Scalar operator()(bool yes) const { return std::int64_t{yes ? 1 : 0}; }
-  Scalar operator()(std::int64_t number) const { return number; }
-  Scalar operator()(double number) const { return number; }
-  Scalar operator()(Currency money) const { return money.units(); }
+struct ValueReader : PlainReader {
+  using PlainReader::operator();
   Scalar operator()(Date date) const { return std::int64_t{date.dayNumber()}; }
-  Scalar operator()(const std::string& text) const { return text; }
 };
 
 std::int64_t wholeOf(const Scalar& scalar) {
