@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <vector>
 
@@ -13,28 +14,46 @@ using Bytes = std::vector<Byte>;
 using ByteView = std::span<const Byte>;
 using ByteSpan = std::span<Byte>;
 
-/// Little-endian numbers at a place that the caller has checked.
-inline std::uint16_t u16At(ByteView bytes, std::size_t at) {
-  return static_cast<std::uint16_t>(bytes[at] | bytes[at + 1] << 8);
+/// A part of a page.
+struct ByteRange {
+  std::size_t offset = 0;
+  std::size_t size = 0;
+};
+
+// Numbers stand in the file as they do in memory.
+static_assert(std::endian::native == std::endian::little);
+
+template <typename Number>
+Number numberAt(ByteView bytes, std::size_t at) {
+  Number number;
+  std::memcpy(&number, bytes.data() + at, sizeof number);
+  return number;
 }
+template <typename Number>
+void putNumber(ByteSpan bytes, std::size_t at, Number number) {
+  std::memcpy(bytes.data() + at, &number, sizeof number);
+}
+
+/// Numbers at a place that the caller has checked.
+inline std::uint16_t u16At(ByteView bytes, std::size_t at) { return numberAt<std::uint16_t>(bytes, at); }
 inline std::uint32_t u24At(ByteView bytes, std::size_t at) {
   return u16At(bytes, at) | static_cast<std::uint32_t>(bytes[at + 2]) << 16;
 }
-inline std::uint32_t u32At(ByteView bytes, std::size_t at) {
-  return u16At(bytes, at) | static_cast<std::uint32_t>(u16At(bytes, at + 2)) << 16;
-}
-inline std::uint64_t u64At(ByteView bytes, std::size_t at) {
-  return u32At(bytes, at) | static_cast<std::uint64_t>(u32At(bytes, at + 4)) << 32;
-}
+inline std::uint32_t u32At(ByteView bytes, std::size_t at) { return numberAt<std::uint32_t>(bytes, at); }
+inline std::uint64_t u64At(ByteView bytes, std::size_t at) { return numberAt<std::uint64_t>(bytes, at); }
 inline double doubleAt(ByteView bytes, std::size_t at) { return std::bit_cast<double>(u64At(bytes, at)); }
 
-inline void putUnsigned(ByteSpan bytes, std::size_t at, std::uint64_t value, std::size_t width) {
-  for (std::size_t i = 0; i < width; ++i) bytes[at + i] = static_cast<Byte>(value >> (8 * i));
+inline void putU16(ByteSpan bytes, std::size_t at, std::size_t value) {
+  putNumber(bytes, at, static_cast<std::uint16_t>(value));
 }
-inline void putU16(ByteSpan bytes, std::size_t at, std::size_t value) { putUnsigned(bytes, at, value, 2); }
-inline void putU24(ByteSpan bytes, std::size_t at, std::size_t value) { putUnsigned(bytes, at, value, 3); }
-inline void putU32(ByteSpan bytes, std::size_t at, std::size_t value) { putUnsigned(bytes, at, value, 4); }
-inline void putU64(ByteSpan bytes, std::size_t at, std::uint64_t value) { putUnsigned(bytes, at, value, 8); }
+inline void putU24(ByteSpan bytes, std::size_t at, std::size_t value) {
+  putU16(bytes, at, value);
+  bytes[at + 2] = static_cast<Byte>(value >> 16);
+}
+inline void putU32(ByteSpan bytes, std::size_t at, std::size_t value) {
+  putNumber(bytes, at, static_cast<std::uint32_t>(value));
+}
+inline void putU64(ByteSpan bytes, std::size_t at, std::uint64_t value) { putNumber(bytes, at, value); }
 
 inline void appendUnsigned(Bytes& bytes, std::uint64_t value, std::size_t width) {
   const std::size_t at = bytes.size();

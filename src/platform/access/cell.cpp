@@ -130,12 +130,12 @@ Bytes encodeDecimal(const Decimal& decimal) {
   return bytes;
 }
 
-Bytes encodeTextOf(const Column& column, const std::string& value) {
+void appendTextOf(Bytes& bytes, const Column& column, const std::string& value) {
   if (column.type == ColumnType::kText) {
-    return encodeText(value, (column.extendedFlags & column_flag::kCompressed) != 0);
+    return appendEncodedText(bytes, value, (column.extendedFlags & column_flag::kCompressed) != 0);
   }
   const std::u16string text = toUtf16(value);
-  return encodeText(text, text.size() <= kLongestCompressedMemo);
+  append(bytes, encodeText(text, text.size() <= kLongestCompressedMemo));
 }
 
 std::size_t storedSize(ColumnType type) {
@@ -268,8 +268,7 @@ Cell convertFor(const Column& column, Cell cell) {
   refuseKind(column);
 }
 
-Bytes encodeCell(const Column& column, const Cell& cell) {
-  Bytes bytes;
+void appendCell(Bytes& bytes, const Column& column, const Cell& cell) {
   if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
     appendUnsigned(bytes, static_cast<std::uint64_t>(*whole), storedSize(column.type));
   } else if (const auto* money = std::get_if<Currency>(&cell)) {
@@ -283,15 +282,14 @@ Bytes encodeCell(const Column& column, const Cell& cell) {
       appendUnsigned(bytes, std::bit_cast<std::uint64_t>(*number), 8);
     }
   } else if (const auto* text = std::get_if<std::string>(&cell)) {
-    return encodeTextOf(column, *text);
+    appendTextOf(bytes, column, *text);
   } else if (const auto* raw = std::get_if<Bytes>(&cell)) {
-    return *raw;
+    append(bytes, *raw);
   } else if (const auto* guid = std::get_if<Guid>(&cell)) {
     for (const std::size_t i : kGuidOrder) bytes.push_back(guid->bytes[i]);
   } else if (const auto* decimal = std::get_if<Decimal>(&cell)) {
-    return encodeDecimal(*decimal);
+    append(bytes, encodeDecimal(*decimal));
   }
-  return bytes;
 }
 
 }  // namespace orva::access

@@ -57,7 +57,7 @@ Cell decodeCell(const Column& column, ByteView stored);
 /// kind of value, `kDataOverflow` for one that does not fit.
 Cell convertFor(const Column& column, Cell cell);
 
-/// Bytes of a value that `convertFor` returned; long values are given in whole.
-Bytes encodeCell(const Column& column, const Cell& cell);
+/// Appends the bytes of a value that `convertFor` returned; long values are given in whole.
+void appendCell(Bytes& bytes, const Column& column, const Cell& cell);
 
 }  // namespace orva::access

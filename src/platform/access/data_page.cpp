@@ -56,6 +56,16 @@ std::size_t DataPageEditor::roomForRow() const {
   return lowest - slots - 2;
 }
 
+std::array<ByteRange, 2> DataPageEditor::partsOfInsert(const DataPage& page, std::size_t rowSize) {
+  return {{{0, data_at::kSlots + 2 * (page.slotCount() + 1)}, {page.lowest() - rowSize, rowSize}}};
+}
+
+std::array<ByteRange, 2> DataPageEditor::partsOfReplace(const DataPage& page, std::size_t row, std::size_t newSize) {
+  const Slot slot = page.slot(row);
+  const std::size_t lowest = page.lowest() - (newSize > slot.size() ? newSize - slot.size() : 0);
+  return {{{0, data_at::kSlots + 2 * page.slotCount()}, {lowest, slot.end - lowest}}};
+}
+
 Byte DataPageEditor::insert(ByteView row, std::uint16_t flags) {
   const DataPage page(page_);
   const std::size_t slot = page.slotCount();
@@ -67,10 +77,9 @@ Byte DataPageEditor::insert(ByteView row, std::uint16_t flags) {
   return static_cast<Byte>(slot);
 }
 
-bool DataPageEditor::canReplace(std::size_t row, std::size_t newSize) const {
-  const DataPage page(page_);
-  const std::size_t room = page.lowest() - (data_at::kSlots + 2 * page.slotCount());
-  return newSize <= page.slot(row).size() + room;
+bool DataPage::canReplace(std::size_t row, std::size_t newSize) const {
+  const std::size_t room = lowest() - (data_at::kSlots + 2 * slotCount_);
+  return newSize <= slot(row).size() + room;
 }
 
 void DataPageEditor::resize(std::size_t row, std::size_t newSize) {

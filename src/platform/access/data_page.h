@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 
 #include "platform/access/format.h"
@@ -35,6 +36,8 @@ class DataPage {
   std::size_t liveRows() const;
   /// Start of the lowest row.
   std::size_t lowest() const;
+  /// True when the page has room for a row with another size in the place of one.
+  bool canReplace(std::size_t row, std::size_t newSize) const;
 
  private:
   ByteView page_;
@@ -49,9 +52,11 @@ class DataPageEditor {
   static void format(ByteSpan page, std::uint32_t owner);
   /// Longest row that `insert` can take.
   std::size_t roomForRow() const;
+  /// The parts of a page that `insert` changes, and that `replace` changes.
+  static std::array<ByteRange, 2> partsOfInsert(const DataPage& page, std::size_t rowSize);
+  static std::array<ByteRange, 2> partsOfReplace(const DataPage& page, std::size_t row, std::size_t newSize);
   /// Adds a row in a new slot and returns its number. The caller has checked the room.
   Byte insert(ByteView row, std::uint16_t flags = 0);
-  bool canReplace(std::size_t row, std::size_t newSize) const;
   /// Gives the slot other bytes and flags; the rows below move.
   void replace(std::size_t row, ByteView bytes, std::uint16_t flags);
   /// Squeezes the row out; its slot stays, empty and marked.

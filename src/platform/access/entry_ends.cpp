@@ -14,7 +14,6 @@ constexpr std::size_t kStored = index_at::kEntries - index_at::kEnds;
 constexpr std::size_t kLastWord = kWords - 1;
 /// The last word is stored as far as a page can be full.
 constexpr std::size_t kLastWordSize = kStored - kLastWord * sizeof(std::uint64_t);
-static_assert(std::endian::native == std::endian::little);
 static_assert(kStored <= kWords * sizeof(std::uint64_t));
 
 std::uint64_t wordAt(const Byte* bits, std::size_t word) {
@@ -89,6 +88,13 @@ std::size_t EntryEnds::previous(std::size_t offset) const {
     bits = wordAt(bits_, --word);
   }
   return word * kBits + (kBits - 1 - static_cast<std::size_t>(std::countl_zero(bits)));
+}
+
+std::size_t EntryEnds::last() const {
+  std::uint64_t bits = wordAt(bits_, kLastWord);
+  std::size_t word = kLastWord;
+  while (bits == 0 && word > 0) std::memcpy(&bits, bits_ + --word * sizeof bits, sizeof bits);
+  return bits == 0 ? 0 : word * kBits + (kBits - 1 - static_cast<std::size_t>(std::countl_zero(bits)));
 }
 
 void setEntryEnd(ByteSpan page, std::size_t end) {

@@ -20,7 +20,7 @@ class EntryEnds {
   /// The nearest end at or after (before) an offset.
   std::size_t next(std::size_t offset) const;
   std::size_t previous(std::size_t offset) const;
-  std::size_t last() const { return previous(kIndexCapacity); }
+  std::size_t last() const;
 
  private:
   const Byte* bits_;

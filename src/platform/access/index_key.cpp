@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <bit>
 
-#include "platform/access/text_cell.h"
-
 namespace orva::access {
 namespace {
 
@@ -62,13 +60,6 @@ void appendDecimal(Bytes& key, const Decimal& decimal, bool descending) {
   append(key, bytes);
 }
 
-bool appendText(Bytes& key, const std::string& value, bool descending, DoubleLetters letters) {
-  const auto text = textKey(toUtf16(value), descending, letters);
-  if (!text) return false;
-  append(key, *text);
-  return true;
-}
-
 }  // namespace
 
 bool appendKeyPart(Bytes& key, const Column& column, bool descending, const Cell& cell, DoubleLetters letters) {
@@ -91,7 +82,7 @@ bool appendKeyPart(Bytes& key, const Column& column, bool descending, const Cell
   } else if (const auto* fraction = std::get_if<double>(&cell)) {
     appendFraction(key, column, *fraction, descending);
   } else if (const auto* text = std::get_if<std::string>(&cell)) {
-    return appendText(key, *text, descending, letters);
+    return appendTextKey(key, *text, descending, letters);
   } else if (const auto* guid = std::get_if<Guid>(&cell)) {
     appendGroups(key, guid->bytes, descending);
   } else if (const auto* bytes = std::get_if<Bytes>(&cell)) {
@@ -107,7 +98,9 @@ bool appendKeyPart(Bytes& key, const Column& column, bool descending, const Cell
 
 std::optional<Bytes> indexKey(const TableDefinition& definition, const RealIndex& index, const Row& row,
                               DoubleLetters letters) {
+  constexpr std::size_t kUsual = 64;
   Bytes key;
+  key.reserve(kUsual);
   for (const IndexColumn& part : index.columns) {
     const std::size_t column = definition.columnOfNumber(part.number).value();
     if (!appendKeyPart(key, definition.columns[column], part.descending, row[column], letters)) return std::nullopt;

@@ -16,6 +16,10 @@ enum class DoubleLetters { kTwoPlaces, kOnePlace };
 std::optional<Bytes> textKey(std::u16string_view text, bool descending,
                              DoubleLetters letters = DoubleLetters::kTwoPlaces);
 
+/// The same for UTF-8, appended to a key; false when there is none.
+bool appendTextKey(Bytes& key, std::string_view text, bool descending,
+                   DoubleLetters letters = DoubleLetters::kTwoPlaces);
+
 /// The inline weights only: what every text that starts like this one begins
 /// its key with (after the flag byte). Trailing spaces count.
 std::optional<Bytes> textKeyPrefix(std::u16string_view text);

@@ -14,17 +14,21 @@ std::strong_ordering compareEntries(ByteView left, ByteView right) {
   return order != 0 ? order <=> 0 : left.size() <=> right.size();
 }
 
-IndexPageView::IndexPageView(ByteView page) : page_(page), prefix_(u16At(page, index_at::kPrefix)), ends_(page) {
+IndexPageView::IndexPageView(ByteView page)
+    : page_(page), prefix_(u16At(page, index_at::kPrefix)), ends_(page), used_(ends_.last()) {
   require(page[0] == static_cast<Byte>(PageType::kIndexNode) || isLeaf(), "this is not a page of an index");
   const std::size_t first = ends_.next(0);
-  require(first == 0 || prefix_ <= first, "the shared prefix is longer than the first entry");
+  require(first == 0 || prefix_ + trailing() <= first, "the shared prefix is longer than the first entry");
 }
 
 ByteView IndexPageView::stored(std::size_t end) const {
   require(end > 0, "the index page has fewer entries than it should");
-  const std::size_t begin = ends_.previous(end - 1);
+  return stored(ends_.previous(end - 1), end);
+}
+
+ByteView IndexPageView::stored(std::size_t begin, std::size_t end) const {
   const std::size_t length = end - begin + (begin > 0 ? prefix_ : 0);
-  require(length > kRowIdSize + (isLeaf() ? 0 : kChildSize), "an entry of the index page has no key");
+  require(length > kRowIdSize + trailing(), "an entry of the index page has no key");
   return page_.subspan(index_at::kEntries + begin, end - begin);
 }
 
@@ -34,9 +38,8 @@ void IndexPageView::copyEntryEndingAt(std::size_t end, Bytes& into) const {
   const ByteView own = stored(end);
   into.reserve(prefix_ + own.size());
   if (end != first) append(into, stored(first).first(prefix_));
-  const std::size_t trailing = isLeaf() ? 0 : kChildSize;
-  require(own.size() >= trailing, "an entry of the index node has no child");
-  append(into, own.first(own.size() - trailing));
+  require(own.size() >= trailing(), "an entry of the index node has no child");
+  append(into, own.first(own.size() - trailing()));
 }
 
 bool IndexPageView::equals(std::size_t end, ByteView entry, std::size_t except) const {
@@ -65,27 +68,22 @@ PageNumber IndexPageView::childEndingAt(std::size_t end) const {
   return bigEndianAt(bytes, bytes.size() - kChildSize, kChildSize);
 }
 
-std::strong_ordering IndexPageView::compare(ByteView bytes, bool isFirst, ByteView wanted) const {
-  if (!isFirst && prefix_ > 0) {
-    const ByteView shared = page_.subspan(index_at::kEntries, std::min(prefix_, wanted.size()));
-    const auto order = compareEntries(shared, wanted.first(shared.size()));
-    if (order != 0) return order;
-    if (wanted.size() <= prefix_) return std::strong_ordering::greater;
-    wanted = wanted.subspan(prefix_);
-  }
-  if (!isLeaf()) bytes = bytes.first(bytes.size() - std::min(bytes.size(), kChildSize));
-  return compareEntries(bytes, wanted);
-}
-
 /// Halves the bytes rather than the entries, whose number need not be known for that.
 std::size_t IndexPageView::placeOf(ByteView wanted) const {
+  if (used_ == 0) return 0;
+  const ByteView shared = page_.subspan(index_at::kEntries, prefix_);
+  const auto order = compareEntries(shared, wanted.first(std::min(prefix_, wanted.size())));
+  if (order != 0) return order < 0 ? used_ : 0;
+  wanted = wanted.subspan(prefix_);
   std::size_t low = 0;
-  std::size_t high = ends_.last();
+  std::size_t high = used_;
   while (low < high) {
     const std::size_t middle = (low + high) / 2;
     const std::size_t end = ends_.next(middle + 1);
     const std::size_t begin = ends_.previous(middle);
-    if (compare(stored(end), begin == 0, wanted) < 0) {
+    // The first entry has the prefix itself.
+    const ByteView own = stored(begin, end).subspan(begin == 0 ? prefix_ : 0);
+    if (compareEntries(own.first(own.size() - trailing()), wanted) < 0) {
       low = end;
     } else {
       high = begin;
@@ -97,55 +95,59 @@ std::size_t IndexPageView::placeOf(ByteView wanted) const {
 PageNumber IndexPageView::childFor(ByteView wanted) const {
   const std::size_t end = endOfEntryAt(placeOf(wanted));
   if (end != 0) return childEndingAt(end);
-  if (tail() != 0 || ends_.last() == 0) return tail();
-  return childEndingAt(ends_.last());
+  if (tail() != 0 || used_ == 0) return tail();
+  return childEndingAt(used_);
 }
 
-LeafEditor::LeafEditor(ByteSpan page) : page_(page), prefix_(IndexPageView(page).prefix()), ends_(page) {
-  if (ends_.last() == 0) putU16(page, index_at::kPrefix, prefix_ = 0);
+LeafEditor::LeafEditor(ByteSpan page, const IndexPageView& view)
+    : page_(page), prefix_(view.prefix()), used_(view.used()) {
+  if (used_ == 0) putU16(page, index_at::kPrefix, prefix_ = 0);
 }
 
-bool LeafEditor::insert(std::size_t place, ByteView entry) {
-  const std::size_t used = ends_.last();
-  if (!sharesPrefix(entry) || used + entry.size() - prefix_ > kIndexCapacity) return false;
+bool LeafEditor::takes(const IndexPageView& view, ByteView entry) {
+  const std::size_t prefix = view.used() == 0 ? 0 : view.prefix();
+  return entry.size() >= prefix + kRowIdSize && view.used() + entry.size() - prefix <= kIndexCapacity &&
+         view.startsWithPrefix(entry);
+}
+
+/// The numbers at the beginning, the ends of the entries, the entries.
+std::array<ByteRange, 3> LeafEditor::partsFrom(std::size_t place, std::size_t used) {
+  return {{{0, index_at::kEnds},
+           {index_at::kEnds + place / 8, used / 8 - place / 8 + 1},
+           {index_at::kEntries + place, used - place}}};
+}
+
+void LeafEditor::insert(std::size_t place, ByteView entry) {
   const std::size_t added = entry.size() - prefix_;
   Byte* const data = page_.data() + index_at::kEntries;
   // The old first entry loses the prefix, which the new first entry brings.
   const std::size_t keepFrom = place == 0 ? prefix_ : place;
-  std::memmove(data + keepFrom + added, data + keepFrom, used - keepFrom);
+  std::memmove(data + keepFrom + added, data + keepFrom, used_ - keepFrom);
   const ByteView stored = place == 0 ? entry : entry.subspan(prefix_);
   std::memcpy(data + place, stored.data(), stored.size());
-  moveEntryEndsUp(page_, place, added, used);
+  moveEntryEndsUp(page_, place, added, used_);
   setEntryEnd(page_, place + stored.size());
-  writeFree(used + added);
-  return true;
+  writeFree(used_ + added);
 }
 
 void LeafEditor::erase(std::size_t place, std::size_t to) {
-  const std::size_t used = ends_.last();
   // The second entry becomes the first and takes the prefix over.
-  const std::size_t from = place == 0 && to < used ? prefix_ : place;
+  const std::size_t from = place == 0 && to < used_ ? prefix_ : place;
   Byte* const data = page_.data() + index_at::kEntries;
-  std::memmove(data + from, data + to, used - to);
-  moveEntryEndsDown(page_, from, to, used);
-  const std::size_t left = ends_.last();
-  if (left == 0 || ends_.previous(left - 1) == 0) putU16(page_, index_at::kPrefix, 0);
+  std::memmove(data + from, data + to, used_ - to);
+  moveEntryEndsDown(page_, from, to, used_);
+  const EntryEnds ends(page_);
+  const std::size_t left = ends.last();
+  if (left == 0 || ends.previous(left - 1) == 0) putU16(page_, index_at::kPrefix, 0);
   writeFree(left);
-}
-
-bool LeafEditor::sharesPrefix(ByteView entry) const {
-  return entry.size() >= prefix_ + kRowIdSize &&
-         std::memcmp(entry.data(), page_.data() + index_at::kEntries, prefix_) == 0;
 }
 
 void LeafEditor::writeFree(std::size_t used) { putU16(page_, index_at::kFree, kIndexCapacity - used); }
 
-bool renameEntry(ByteSpan node, std::size_t end, ByteView entry) {
-  const IndexPageView view(node);
-  const std::size_t begin = view.ends().previous(end - 1);
-  if (view.prefix() != 0 || end - begin != entry.size() + kChildSize) return false;
-  std::memcpy(node.data() + index_at::kEntries + begin, entry.data(), entry.size());
-  return true;
+std::optional<ByteRange> nameOf(const IndexPageView& node, std::size_t end, std::size_t size) {
+  const std::size_t begin = node.ends().previous(end - 1);
+  if (node.prefix() != 0 || end - begin != size + kChildSize) return std::nullopt;
+  return ByteRange{index_at::kEntries + begin, size};
 }
 
 IndexPage IndexPage::read(ByteView bytes) {

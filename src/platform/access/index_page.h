@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
 #include <compare>
+#include <cstring>
+#include <optional>
 #include <vector>
 
 #include "platform/access/entry_ends.h"
@@ -30,6 +33,8 @@ class IndexPageView {
   Bytes entryEndingAt(std::size_t end) const;
   /// Where the bytes of entries end, counted from the first entry.
   const EntryEnds& ends() const { return ends_; }
+  /// Where the last entry ends; 0 on a page without entries.
+  std::size_t used() const { return used_; }
   /// Where the first entry starts that is not less than `wanted`.
   std::size_t placeOf(ByteView wanted) const;
   /// End of the entry that starts at a place; 0 behind the last one.
@@ -41,6 +46,10 @@ class IndexPageView {
   PageNumber child(std::size_t i) const;
   PageNumber childEndingAt(std::size_t end) const;
 
+  /// True when an entry begins as all entries of the page do; on a page without entries every one does.
+  bool startsWithPrefix(ByteView entry) const {
+    return used_ == 0 || std::memcmp(entry.data(), page_.data() + index_at::kEntries, prefix_) == 0;
+  }
   void copyEntryEndingAt(std::size_t end, Bytes& into) const;
   /// True when the entry that ends at an offset has these bytes; with the last `except` left out.
   bool equals(std::size_t end, ByteView entry, std::size_t except = 0) const;
@@ -48,35 +57,41 @@ class IndexPageView {
  private:
   /// The stored bytes of the entry that ends at an offset.
   ByteView stored(std::size_t end) const;
-  std::strong_ordering compare(ByteView stored, bool isFirst, ByteView wanted) const;
+  ByteView stored(std::size_t begin, std::size_t end) const;
+  /// Bytes behind an entry: the child's number on nodes.
+  std::size_t trailing() const { return isLeaf() ? 0 : kChildSize; }
 
   ByteView page_;
   std::size_t prefix_;
   EntryEnds ends_;
+  std::size_t used_;
 };
 
-/// Changes one entry of a leaf in place, for as long as the page has room and
+/// Adds or removes one entry of a leaf in place, for as long as the page has room and
 /// the entries go on sharing their prefix.
 class LeafEditor {
  public:
-  explicit LeafEditor(ByteSpan page);
-  /// `place` is where the entry behind the new one starts. False, with nothing changed, when the
-  /// page has to be written anew.
-  bool insert(std::size_t place, ByteView entry);
+  /// `view` is one of the page as it is.
+  LeafEditor(ByteSpan page, const IndexPageView& view);
+  /// True when the entry can come into the page as it is; if not, the page has to be written anew.
+  static bool takes(const IndexPageView& view, ByteView entry);
+  /// `place` is where the entry behind the new one starts.
+  void insert(std::size_t place, ByteView entry);
   void erase(std::size_t place, std::size_t end);
+  /// The parts of the page that change when entries from `place` on move, up to so many bytes in use before or after.
+  static std::array<ByteRange, 3> partsFrom(std::size_t place, std::size_t used);
 
  private:
-  bool sharesPrefix(ByteView entry) const;
   void writeFree(std::size_t used);
 
   ByteSpan page_;
   std::size_t prefix_;
-  EntryEnds ends_;
+  std::size_t used_;
 };
 
-/// Gives the entry of a node that ends at an offset another name of the same length, in place.
-/// False, with nothing changed, when the page has to be written anew.
-bool renameEntry(ByteSpan node, std::size_t end, ByteView entry);
+/// Where the name of the node's entry that ends at an offset stands, when another of so many bytes can take its place;
+/// nothing when the page has to be written anew.
+std::optional<ByteRange> nameOf(const IndexPageView& node, std::size_t end, std::size_t size);
 
 /// One page of an index tree in a form that can be changed.
 class IndexPage {

@@ -5,12 +5,13 @@
 namespace orva::access {
 namespace {
 
+/// A split may make the way one step longer.
 constexpr std::size_t kDeepest = 24;
 
 }  // namespace
 
-Bytes IndexEntry::bytes() const {
-  Bytes bytes = key;
+Bytes IndexEntry::bytes() && {
+  Bytes bytes = std::move(key);
   appendBigEndian(bytes, row, kRowIdSize);
   return bytes;
 }
@@ -27,19 +28,18 @@ IndexPageView IndexTree::view(PageNumber page) const {
 
 IndexTree::Path IndexTree::descend(ByteView wanted) const {
   Path path;
-  path.reserve(4);
   for (PageNumber page = root_;;) {
     const IndexPageView content = view(page);
     std::size_t place = file_.at(page, [&] { return content.placeOf(wanted); });
     if (content.isLeaf()) {
-      path.push_back({page, place});
+      path.add({page, place});
       return path;
     }
     if (path.size() >= kDeepest) file_.fail(page, "the pages of an index form a ring");
-    const std::size_t last = content.ends().last();
+    const std::size_t last = content.used();
     // Without a tail the last entry leads on to whatever is greater.
     if (place == last && last != 0 && content.tail() == 0) place = content.ends().previous(last - 1);
-    path.push_back({page, place});
+    path.add({page, place});
     const std::size_t end = content.endOfEntryAt(place);
     const PageNumber child = file_.at(page, [&] { return end == 0 ? content.tail() : content.childEndingAt(end); });
     if (child == 0) file_.fail(page, "an index node has no children");
@@ -83,7 +83,7 @@ IndexCursor IndexTree::before(ByteView wanted) const {
   for (PageNumber steps = 0; end == 0; ++steps) {
     leaf = view(leaf).previous();
     if (leaf == 0 || steps > file_.pageCount()) return cursor;
-    end = view(leaf).ends().last();
+    end = view(leaf).used();
   }
   cursor.standAt(leaf, view(leaf).ends().previous(end - 1));
   return cursor;
@@ -92,7 +92,7 @@ IndexCursor IndexTree::before(ByteView wanted) const {
 IndexCursor IndexTree::last() const {
   IndexCursor cursor(*this);
   const PageNumber leaf = edgeLeaf(root_, true);
-  const std::size_t end = view(leaf).ends().last();
+  const std::size_t end = view(leaf).used();
   if (end > 0) cursor.standAt(leaf, view(leaf).ends().previous(end - 1));
   return cursor;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <optional>
 
 #include "platform/access/index_page.h"
@@ -14,7 +16,8 @@ struct IndexEntry {
   RowId row = 0;
 
   /// As stored in leaves: the key, then page and row, most significant byte first.
-  Bytes bytes() const;
+  Bytes bytes() &&;
+  Bytes bytes() const& { return IndexEntry(*this).bytes(); }
   static IndexEntry of(ByteView bytes);
 };
 
@@ -62,7 +65,7 @@ class IndexTree {
   bool containsKey(ByteView key, std::optional<RowId> except = std::nullopt) const;
 
   /// Returns true when no entry with the same key stands beside the new one.
-  bool insert(const IndexEntry& entry);
+  bool insert(IndexEntry entry);
   /// Returns false when there is no such entry.
   bool erase(const IndexEntry& entry);
   /// Finds the key that the index has for a row, whatever it is: reads all leaves.
@@ -85,7 +88,26 @@ class IndexTree {
     PageNumber page;
     std::size_t place;  // where the entry starts that leads on, or the first one of a leaf that is not less
   };
-  using Path = std::vector<Step>;
+  /// The way from the root down to a leaf.
+  class Path {
+   public:
+    static constexpr std::size_t kLongest = 26;
+    std::size_t size() const { return size_; }
+    Step& operator[](std::size_t depth) { return steps_[depth]; }
+    const Step& operator[](std::size_t depth) const { return steps_[depth]; }
+    const Step& back() const { return steps_[size_ - 1]; }
+    void add(Step step) { steps_[size_++] = step; }
+    void shorten(std::size_t size) { size_ = size; }
+    void putFirst(Step step) {
+      std::move_backward(steps_.begin(), steps_.begin() + size_, steps_.begin() + size_ + 1);
+      steps_[0] = step;
+      ++size_;
+    }
+
+   private:
+    std::array<Step, kLongest> steps_;
+    std::uint32_t size_ = 0;
+  };
 
   IndexPageView view(PageNumber page) const;
   Path descend(ByteView wanted) const;
@@ -101,7 +123,9 @@ class IndexTree {
   void store(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
   void split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
   Path& deepen(Path& path, const IndexPage& root);
-  void relink(PageNumber page, PageNumber previous, PageNumber next);
+  void insertIntoLeaf(PageNumber leaf, std::size_t place, ByteView entry);
+  void eraseFromLeaf(PageNumber leaf, std::size_t place, std::size_t end);
+  void relink(PageNumber page, std::optional<PageNumber> previous, std::optional<PageNumber> next);
   void raiseLast(const Path& path, std::size_t depth, const Bytes& last);
   Bytes lastEntry(PageNumber page) const;
   void removePage(Path& path, std::size_t depth);

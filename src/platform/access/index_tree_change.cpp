@@ -11,6 +11,7 @@ constexpr std::size_t kSmallLeaf = kIndexCapacity / 5;
 constexpr std::size_t kFullEnoughAfterMerge = kIndexCapacity * 4 / 5;
 /// Room that a bulk-built page keeps for later entries.
 constexpr std::size_t kBuildReserve = 256;
+constexpr ByteRange kNeighbours{index_at::kPrevious, index_at::kTail - index_at::kPrevious};
 
 }  // namespace
 
@@ -36,18 +37,20 @@ void IndexTree::write(PageNumber page, const IndexPage& content) {
   content.write(file_.change(page), compresses(page));
 }
 
-bool IndexTree::insert(const IndexEntry& entry) {
+bool IndexTree::insert(IndexEntry entry) {
   ++version_;
-  const Bytes bytes = entry.bytes();
+  const Bytes bytes = std::move(entry).bytes();
   Path path = descend(bytes);
   const auto [leaf, place] = path.back();
   const IndexPageView content = view(leaf);
-  const bool isLast = place == content.ends().last();
+  const bool isLast = place == content.used();
   const bool isNewKey = file_.at(leaf, [&, start = place] {
     const auto same = [&](std::size_t end) { return end != 0 && content.equals(end, bytes, kRowIdSize); };
     return !same(start) && !same(content.endOfEntryAt(start));
   });
-  if (!LeafEditor(file_.change(leaf)).insert(place, bytes)) {
+  if (LeafEditor::takes(content, bytes)) {
+    insertIntoLeaf(leaf, place, bytes);
+  } else {
     if (place == 0 && appendToLeaf(content.previous(), bytes)) return isNewKey;
     const std::size_t position = numberOf(path.back());
     IndexPage page = IndexPage::read(file_.page(leaf));
@@ -59,15 +62,27 @@ bool IndexTree::insert(const IndexEntry& entry) {
   return isNewKey;
 }
 
+void IndexTree::insertIntoLeaf(PageNumber leaf, std::size_t place, ByteView entry) {
+  const IndexPageView content = view(leaf);
+  const std::size_t used = content.used() + entry.size() - (content.used() == 0 ? 0 : content.prefix());
+  LeafEditor(file_.change(leaf, LeafEditor::partsFrom(place, used)), content).insert(place, entry);
+}
+
+void IndexTree::eraseFromLeaf(PageNumber leaf, std::size_t place, std::size_t end) {
+  const IndexPageView content = view(leaf);
+  LeafEditor(file_.change(leaf, LeafEditor::partsFrom(place, content.used())), content).erase(place, end);
+}
+
 /// An entry between two leaves may stand in either: in the left one, when that has the room. Entries
 /// of one key that arrive in the order of their rows would otherwise each split the page behind them.
 bool IndexTree::appendToLeaf(PageNumber leaf, const Bytes& entry) {
   if (leaf == 0) return false;
   const IndexPageView content = view(leaf);
-  const std::size_t end = content.ends().last();
+  const std::size_t end = content.used();
   if (end == 0) return false;
   const Bytes last = file_.at(leaf, [&] { return content.entryEndingAt(end); });
-  if (!LeafEditor(file_.change(leaf)).insert(end, entry)) return false;
+  if (!LeafEditor::takes(content, entry)) return false;
+  insertIntoLeaf(leaf, end, entry);
   const Path path = descend(last);
   raiseLast(path, path.size() - 1, entry);
   return true;
@@ -91,7 +106,7 @@ IndexTree::Path& IndexTree::deepen(Path& path, const IndexPage& root) {
   parent.tail = moved;
   write(root_, parent);
   path[0].page = moved;
-  path.insert(path.begin(), {root_, 0});
+  path.putFirst({root_, 0});
   return path;
 }
 
@@ -115,16 +130,16 @@ void IndexTree::split(Path& path, std::size_t depth, IndexPage page, std::size_t
     if (isLast) parent.setChild(child + i, place);
     before = std::exchange(place, right);
   }
-  relink(follower, before, 0);
+  relink(follower, before, std::nullopt);
   store(path, depth - 1, std::move(parent), child);
 }
 
-/// Sets the neighbours of a page that are not 0; no page, no effect.
-void IndexTree::relink(PageNumber page, PageNumber previous, PageNumber next) {
+/// Gives a page other neighbours; no page, no effect.
+void IndexTree::relink(PageNumber page, std::optional<PageNumber> previous, std::optional<PageNumber> next) {
   if (page == 0) return;
-  Page& bytes = file_.change(page);
-  if (previous != 0) putU32(bytes, index_at::kPrevious, previous);
-  if (next != 0) putU32(bytes, index_at::kNext, next);
+  Page& bytes = file_.change(page, std::array{kNeighbours});
+  if (previous) putU32(bytes, index_at::kPrevious, *previous);
+  if (next) putU32(bytes, index_at::kNext, *next);
 }
 
 /// After the last entry of a page changed: the nearest parent that names it follows.
@@ -135,15 +150,17 @@ void IndexTree::raiseLast(const Path& path, std::size_t depth, const Bytes& last
     const std::size_t end = parent.endOfEntryAt(step.place);
     if (end == 0) continue;  // the tail is not named
     if (file_.at(step.page, [&] { return parent.equals(end, last); })) return;
-    const bool wasLast = end == parent.ends().last() && parent.tail() == 0;
-    if (renameEntry(file_.change(step.page), end, last)) {
+    const bool wasLast = end == parent.used() && parent.tail() == 0;
+    if (const auto name = nameOf(parent, end, last.size())) {
+      std::copy(last.begin(), last.end(), &file_.change(step.page, std::array{*name})[name->offset]);
       if (!wasLast) return;
       continue;
     }
     const std::size_t child = numberOf(step);
     IndexPage page = IndexPage::read(file_.page(step.page));
     page.replaceEntry(child, last);
-    Path above(path.begin(), path.begin() + static_cast<std::ptrdiff_t>(depth));
+    Path above = path;
+    above.shorten(depth);
     store(above, depth - 1, std::move(page), child);
     if (!wasLast) return;
     return raiseLast(descend(last), depth - 1, last);
@@ -164,21 +181,21 @@ bool IndexTree::erase(const IndexEntry& entry) {
   const std::size_t end = content.endOfEntryAt(place);
   if (end == 0 || file_.at(leaf, [&] { return content.entryEndingAt(end); }) != bytes) return false;
   ++version_;
-  const bool wasLast = end == content.ends().last();
+  const bool wasLast = end == content.used();
   if (leaf == root_) {
-    LeafEditor(file_.change(leaf)).erase(place, end);
+    eraseFromLeaf(leaf, place, end);
     return true;
   }
   if (wasLast) {
     Path path = descend(bytes);
-    LeafEditor(file_.change(leaf)).erase(place, end);
+    eraseFromLeaf(leaf, place, end);
     if (place == 0) {
       removePage(path, path.size() - 1);
       return true;
     }
     raiseLast(path, path.size() - 1, view(leaf).entryEndingAt(place));
   } else {
-    LeafEditor(file_.change(leaf)).erase(place, end);
+    eraseFromLeaf(leaf, place, end);
   }
   mergeIfSmall(leaf);
   return true;
@@ -189,8 +206,8 @@ void IndexTree::removePage(Path& path, std::size_t depth) {
   const PageNumber page = path[depth].page;
   const PageNumber previous = view(page).previous();
   const PageNumber next = view(page).next();
-  if (previous != 0) putU32(file_.change(previous), index_at::kNext, next);
-  if (next != 0) putU32(file_.change(next), index_at::kPrevious, previous);
+  relink(previous, std::nullopt, next);
+  relink(next, previous, std::nullopt);
   dropPage(page);
 
   const Step step = path[depth - 1];
@@ -211,7 +228,7 @@ void IndexTree::removePage(Path& path, std::size_t depth) {
   const PageNumber rightmost = parent.child(parent.childCount() - 1);
   write(step.page, parent);
   if (wasRightmost && depth > 1) {
-    path.resize(depth);
+    path.shorten(depth);
     raiseLast(path, depth - 1, lastEntry(rightmost));
   }
   flattenRoot();
@@ -234,7 +251,7 @@ void IndexTree::flattenRoot() {
 /// Moves the entries of a small leaf to its right neighbour under the same parent.
 void IndexTree::mergeIfSmall(PageNumber leftPage) {
   const IndexPageView left = view(leftPage);
-  if (left.ends().last() >= kSmallLeaf) return;
+  if (left.used() >= kSmallLeaf) return;
   Path path = descend(left.entry(0));
   const Step step = path[path.size() - 2];
   const IndexPageView parent = view(step.page);
@@ -242,7 +259,7 @@ void IndexTree::mergeIfSmall(PageNumber leftPage) {
   if (child + 1 >= parent.childCount()) return;
   const PageNumber rightPage = parent.child(child + 1);
   // Most neighbours are too full to take anything.
-  if (view(rightPage).ends().last() > kFullEnoughAfterMerge) return;
+  if (view(rightPage).used() > kFullEnoughAfterMerge) return;
   IndexPage merged = IndexPage::read(file_.page(rightPage));
   for (std::size_t i = left.size(); i-- > 0;) merged.insert(0, left.entry(i));
   if (merged.usedBytes(false) > kFullEnoughAfterMerge) return;
@@ -263,7 +280,7 @@ void IndexTree::build(const std::vector<Bytes>& entries) {
   const auto flush = [&](PageNumber previous) {
     const PageNumber page = newPage();
     leaf.previous = previous;
-    if (previous != 0) putU32(file_.change(previous), index_at::kNext, page);
+    relink(previous, std::nullopt, page);
     write(page, leaf);
     level.push_back({leaf.entry(leaf.size() - 1), page});
     leaf = IndexPage(PageType::kIndexLeaf, table_, 0);
@@ -294,7 +311,7 @@ void IndexTree::build(const std::vector<Bytes>& entries) {
       node.tail = level[i].page;
       node.previous = previous;
       const PageNumber page = newPage();
-      if (previous != 0) putU32(file_.change(previous), index_at::kNext, page);
+      relink(previous, std::nullopt, page);
       write(page, node);
       previous = page;
       above.push_back({level[i].last, page});

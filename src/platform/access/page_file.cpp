@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstring>
 
 #include "platform/access/file_header.h"
@@ -10,8 +11,7 @@
 namespace orva::access {
 namespace {
 
-/// Pages and frames that are kept for the next use, because making them costs more than filling them.
-constexpr std::size_t kSparePages = 64;
+/// Frames that are kept for the next use, because making them costs more than filling them.
 constexpr std::size_t kSpareFrames = PageFile::kCachedPages / 8;
 /// Pages that are read at once after so many were asked for in their order.
 constexpr PageNumber kRun = 8;
@@ -173,25 +173,30 @@ void PageFile::store(PageNumber number, const Page& page) {
   file_->write(std::uint64_t{number} * kPageSize, coded);
 }
 
-std::unique_ptr<Page> PageFile::copyOf(const Page& page) {
-  if (spare_.empty()) return std::make_unique<Page>(page);
-  auto copy = std::move(spare_.back());
-  spare_.pop_back();
-  *copy = page;
-  return copy;
-}
-
-Page& PageFile::change(PageNumber number) {
+PageFile::Frame& PageFile::startChange(PageNumber number) {
   if (!writable_ || broken_) {
     throw AccessFileError(provider_number::kUnspecified, path_ + ": the database is open for reading only.");
   }
   ++version_;
   Frame& target = frame(number);
-  if (!target.before) {
-    target.before = copyOf(target.page);
+  if (!target.changed) {
+    target.changed = true;
     changed_.push_back(number);
+#ifndef NDEBUG
+    wholes_[number] = target.page;
+#endif
+    if (!target.unsaved && number < pagesInFile_) bases_.emplace_back(number, RedoLog::checksumOf(number, target.page));
   }
-  return target.page;
+  return target;
+}
+
+void PageFile::keep(PageNumber number, Frame& target, ByteRange part) {
+  if (target.isKept) return;
+  const std::size_t offset = part.offset / RedoLog::kUnit * RedoLog::kUnit;
+  const std::size_t end = (part.offset + part.size + RedoLog::kUnit - 1) / RedoLog::kUnit * RedoLog::kUnit;
+  kept_.push_back({number, {offset, end - offset}, keptBytes_.size()});
+  access::append(keptBytes_, ByteView(target.page).subspan(offset, end - offset));
+  target.isKept = end - offset == kPageSize;
 }
 
 PageNumber PageFile::append() {
@@ -211,12 +216,25 @@ void PageFile::markUnsaved(PageNumber number, Frame& target) {
   unsaved_.push_back(number);
 }
 
+#ifndef NDEBUG
+bool PageFile::keepsEnough() const {
+  return std::all_of(wholes_.begin(), wholes_.end(), [this](const auto& whole) {
+    Page page = frames_[whole.first]->page;
+    restoreKept(whole.first, page);
+    return page == whole.second;
+  });
+}
+#endif
+
 void PageFile::commit() {
   if (changed_.empty()) return;
+  assert(keepsEnough());
   if (!log_) openLog();
-  for (const PageNumber number : changed_) {
-    Frame& target = *frames_[number];
-    log_->addPage(number, *target.before, target.page, !target.unsaved && number < pagesInFile_);
+  for (const auto& [number, sum] : bases_) log_->addBase(number, sum);
+  for (const Kept& kept : kept_) {
+    const ByteView before = ByteView(keptBytes_).subspan(kept.at, kept.part.size);
+    log_->addChange(kept.page, kept.part.offset, before,
+                    ByteView(frames_[kept.page]->page).subspan(kept.part.offset, kept.part.size));
   }
   try {
     log_->commit(pageCount_);
@@ -225,26 +243,36 @@ void PageFile::commit() {
     rollback();
     throw;
   }
-  for (const PageNumber number : changed_) {
-    Frame& target = *frames_[number];
-    spare_.push_back(std::move(target.before));
-    markUnsaved(number, target);
-  }
-  if (spare_.size() > kSparePages) spare_.resize(kSparePages);
-  changed_.clear();
+  for (const PageNumber number : changed_) markUnsaved(number, *frames_[number]);
+  endTransaction();
   committedPages_ = pageCount_;
   if (sweepIsDue()) sweep();
   trim();
 }
 
+void PageFile::endTransaction() {
+  for (const PageNumber number : changed_) frames_[number]->changed = frames_[number]->isKept = false;
+  changed_.clear();
+  kept_.clear();
+  keptBytes_.clear();
+  bases_.clear();
+#ifndef NDEBUG
+  wholes_.clear();
+#endif
+}
+
+/// Backwards, because a later part may have been kept in a state that the transaction had made itself.
+void PageFile::restoreKept(PageNumber number, Page& page) const {
+  for (auto kept = kept_.rbegin(); kept != kept_.rend(); ++kept) {
+    if (kept->page == number) std::memcpy(&page[kept->part.offset], &keptBytes_[kept->at], kept->part.size);
+  }
+}
+
 void PageFile::rollback() {
   ++version_;
-  for (const PageNumber number : changed_) {
-    Frame& target = *frames_[number];
-    target.page = *target.before;
-    target.before.reset();
-  }
-  changed_.clear();
+  assert(keepsEnough());
+  for (const PageNumber number : changed_) restoreKept(number, frames_[number]->page);
+  endTransaction();
   for (PageNumber number = committedPages_; number < pageCount_; ++number) cached_ -= frames_[number] ? 1 : 0;
   pageCount_ = committedPages_;
   frames_.resize(pageCount_);
@@ -256,14 +284,12 @@ bool PageFile::sweepIsDue() const {
 }
 
 void PageFile::sweep() {
+  assert(changed_.empty());
   if (unsaved_.empty()) return;
   try {
     if (log_) log_->beginSweep(committedPages_);
     std::sort(unsaved_.begin(), unsaved_.end());
-    for (const PageNumber number : unsaved_) {
-      Frame& target = *frames_[number];
-      store(number, target.before ? *target.before : target.page);
-    }
+    for (const PageNumber number : unsaved_) store(number, frames_[number]->page);
     file_->sync();
     log_->restart();
   } catch (...) {
@@ -284,7 +310,7 @@ void PageFile::trim() {
   for (PageNumber steps = 2 * pageCount_; steps > 0 && cached_ > kCachedPages - kCachedPages / 8; --steps) {
     trimHand_ = trimHand_ + 1 < pageCount_ ? trimHand_ + 1 : 0;
     auto& slot = frames_[trimHand_];
-    if (!slot || slot->unsaved || slot->before) continue;
+    if (!slot || slot->unsaved || slot->changed) continue;
     if (slot->used) {
       slot->used = false;
     } else {

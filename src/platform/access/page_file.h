@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <chrono>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,7 +49,15 @@ class PageFile {
 
   const Page& page(PageNumber number);
   /// The page, to be changed within the transaction.
-  Page& change(PageNumber number);
+  Page& change(PageNumber number) { return change(number, std::array{ByteRange{0, kPageSize}}); }
+  /// The same, when nothing is changed outside of some parts of the page: only these are kept for a rollback, and
+  /// compared for the side file.
+  template <std::size_t kCount>
+  Page& change(PageNumber number, const std::array<ByteRange, kCount>& parts) {
+    Frame& target = startChange(number);
+    for (const ByteRange& part : parts) keep(number, target, part);
+    return target.page;
+  }
   /// A new page of zeros at the end. Throws at the limit of 2 GB.
   PageNumber append();
 
@@ -58,7 +68,7 @@ class PageFile {
   void commit();
   /// Undoes the changes since the last commit.
   void rollback();
-  /// Writes all finished changes into the file itself and waits for the disk.
+  /// Writes all finished changes into the file itself and waits for the disk. Only between transactions.
   void sweep();
   /// Lets go of pages when too many are cached. Only between operations.
   void trim();
@@ -77,10 +87,17 @@ class PageFile {
 
  private:
   struct Frame {
-    Page page;                          // as read, or filled with zeros, by whoever makes the frame
-    std::unique_ptr<Page> before = {};  // as it was before the transaction
+    Page page;             // as read, or filled with zeros, by whoever makes the frame
+    bool changed = false;  // in the transaction
+    bool isKept = false;   // as a whole, as it was before the transaction
     bool unsaved = false;
     bool used = false;
+  };
+  /// A part of a page as it was before a change of the transaction: its bytes stand in `keptBytes_`.
+  struct Kept {
+    PageNumber page;
+    ByteRange part;
+    std::size_t at;
   };
 
   PageFile(FileSystem& files, std::string path, std::unique_ptr<RandomAccessFile> file, bool writable);
@@ -96,7 +113,10 @@ class PageFile {
   void openLog();
   void markUnsaved(PageNumber number, Frame& frame);
   bool sweepIsDue() const;
-  std::unique_ptr<Page> copyOf(const Page& page);
+  Frame& startChange(PageNumber number);
+  void keep(PageNumber number, Frame& target, ByteRange part);
+  void restoreKept(PageNumber number, Page& page) const;
+  void endTransaction();
 
   FileSystem& files_;
   std::string path_;
@@ -116,7 +136,15 @@ class PageFile {
   unsigned loadedInOrder_ = 0;
   std::vector<PageNumber> changed_;
   std::vector<PageNumber> unsaved_;
-  std::vector<std::unique_ptr<Page>> spare_;
+  std::vector<Kept> kept_;
+  Bytes keptBytes_;
+  /// Pages that the transaction is the first to change since they were written, with their checksums before.
+  std::vector<std::pair<PageNumber, std::uint64_t>> bases_;
+#ifndef NDEBUG
+  /// Whole pages as they were, to see that nothing is changed outside of the parts that are kept.
+  std::map<PageNumber, Page> wholes_;
+  bool keepsEnough() const;
+#endif
   std::vector<std::unique_ptr<Frame>> spareFrames_;
   std::chrono::steady_clock::time_point lastSweep_ = std::chrono::steady_clock::now();
 };

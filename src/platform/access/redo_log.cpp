@@ -21,32 +21,39 @@ constexpr std::size_t kRecordHeader = 20;
 constexpr std::size_t kRangeHeader = 8;
 constexpr std::size_t kBaseOffset = 0xFFFF;
 constexpr std::size_t kSweepOffset = 0xFFFE;
-/// Ranges begin and end at multiples of this.
-constexpr std::size_t kUnit = 16;
+constexpr std::size_t kUnit = RedoLog::kUnit;
 
+/// Four sums side by side, because each step of one waits for the step before.
 std::uint64_t checksum(ByteView bytes, std::uint64_t seed) {
   constexpr std::uint64_t kPrime = 0x9E3779B97F4A7C15;
-  std::uint64_t sum = seed ^ bytes.size();
+  constexpr std::size_t kLanes = 4;
+  constexpr std::size_t kWord = sizeof(std::uint64_t);
+  const auto mixed = [](std::uint64_t sum, std::uint64_t word) {
+    sum = (sum ^ word) * kPrime;
+    return sum ^ sum >> 29;
+  };
+  std::array<std::uint64_t, kLanes> lanes = {seed ^ bytes.size(), seed + 1, seed + 2, seed + 3};
   std::size_t at = 0;
-  for (; at + 8 <= bytes.size(); at += 8) {
-    sum = (sum ^ u64At(bytes, at)) * kPrime;
-    sum ^= sum >> 29;
+  for (; at + kLanes * kWord <= bytes.size(); at += kLanes * kWord) {
+    for (std::size_t lane = 0; lane < kLanes; ++lane) lanes[lane] = mixed(lanes[lane], u64At(bytes, at + lane * kWord));
   }
+  std::uint64_t sum = 0;
+  for (const std::uint64_t lane : lanes) sum = mixed(sum, lane);
+  for (; at + kWord <= bytes.size(); at += kWord) sum = mixed(sum, u64At(bytes, at));
   for (; at < bytes.size(); ++at) sum = (sum ^ bytes[at]) * kPrime;
   return sum ^ sum >> 32;
 }
 
-bool isEqual(const Page& left, const Page& right, std::size_t at, std::size_t size) {
-  return std::memcmp(&left[at], &right[at], size) == 0;
+bool isSameUnit(ByteView left, ByteView right, std::size_t at) {
+  static_assert(kUnit == 2 * sizeof(std::uint64_t));
+  return u64At(left, at) == u64At(right, at) && u64At(left, at + 8) == u64At(right, at + 8);
 }
 
-/// The first unit from `at` on that differs.
-std::size_t firstDifference(const Page& left, const Page& right, std::size_t at) {
+/// The first unit from `at` on that differs, or the end.
+std::size_t firstDifference(ByteView left, ByteView right, std::size_t at) {
   constexpr std::size_t kBlock = 16 * kUnit;
-  while (at < kPageSize && at % kBlock != 0 && isEqual(left, right, at, kUnit)) at += kUnit;
-  if (at % kBlock != 0) return at;
-  while (at < kPageSize && isEqual(left, right, at, kBlock)) at += kBlock;
-  while (at < kPageSize && isEqual(left, right, at, kUnit)) at += kUnit;
+  while (at + kBlock <= left.size() && std::memcmp(&left[at], &right[at], kBlock) == 0) at += kBlock;
+  while (at < left.size() && isSameUnit(left, right, at)) at += kUnit;
   return at;
 }
 
@@ -117,7 +124,7 @@ bool RedoLog::recover(const PageInFile& pageInFile, const ApplyRange& applyRange
       forEachRange(record.ranges, [&](PageNumber page, std::size_t offset, ByteView bytes) {
         if (offset != kBaseOffset || bytes.size() != sizeof(std::uint64_t)) return;
         const Page* const present = pageInFile(page);
-        if (!present || checksum(*present, page) != u64At(bytes, 0)) refuse();
+        if (!present || checksumOf(page, *present) != u64At(bytes, 0)) refuse();
       });
     }
   }
@@ -141,16 +148,19 @@ void RedoLog::addRange(PageNumber page, std::size_t offset, ByteView bytes) {
   std::copy(bytes.begin(), bytes.end(), record_.begin() + static_cast<std::ptrdiff_t>(header + kRangeHeader));
 }
 
-void RedoLog::addPage(PageNumber page, const Page& before, const Page& after, bool isInFile) {
-  if (isInFile) {
-    std::array<Byte, sizeof(std::uint64_t)> sum;
-    putU64(sum, 0, checksum(before, page));
-    addRange(page, kBaseOffset, sum);
-  }
-  for (std::size_t at = firstDifference(before, after, 0); at < kPageSize; at = firstDifference(before, after, at)) {
+std::uint64_t RedoLog::checksumOf(PageNumber page, const Page& bytes) { return checksum(bytes, page); }
+
+void RedoLog::addBase(PageNumber page, std::uint64_t sum) {
+  std::array<Byte, sizeof sum> bytes;
+  putU64(bytes, 0, sum);
+  addRange(page, kBaseOffset, bytes);
+}
+
+void RedoLog::addChange(PageNumber page, std::size_t offset, ByteView before, ByteView after) {
+  for (std::size_t at = firstDifference(before, after, 0); at < after.size(); at = firstDifference(before, after, at)) {
     std::size_t end = at + kUnit;
-    while (end < kPageSize && !isEqual(before, after, end, kUnit)) end += kUnit;
-    addRange(page, at, ByteView(after).subspan(at, end - at));
+    while (end < after.size() && !isSameUnit(before, after, end)) end += kUnit;
+    addRange(page, offset + at, after.subspan(at, end - at));
     at = end;
   }
 }

@@ -43,9 +43,15 @@ class RedoLog {
   /// applied, when the database has been used by another program or replaced since.
   bool recover(const PageInFile& pageInFile, const ApplyRange& applyRange, const ApplyLength& applyLength);
 
-  /// Collects one record: the bytes of `after` that differ from `before`. `isInFile`
-  /// says that the database itself holds the page as it was before.
-  void addPage(PageNumber page, const Page& before, const Page& after, bool isInFile);
+  /// Parts of a page are recorded in multiples of this.
+  static constexpr std::size_t kUnit = 16;
+
+  /// Of a page as the database itself holds it.
+  static std::uint64_t checksumOf(PageNumber page, const Page& bytes);
+  /// Collects one record. First, what pages of the database are changed for the first time since it holds them;
+  void addBase(PageNumber page, std::uint64_t checksum);
+  /// then the bytes of `after` that differ from `before`, a part of a page that begins and ends at multiples of `kUnit`.
+  void addChange(PageNumber page, std::size_t offset, ByteView before, ByteView after);
   /// Appends the collected record to the side file.
   void commit(PageNumber pageCount);
   void discard() { record_.clear(); }

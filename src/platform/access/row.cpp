@@ -1,6 +1,7 @@
 #include "platform/access/row.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orva::access {
 namespace {
@@ -60,37 +61,52 @@ std::optional<ByteView> StoredRow::bytes(const Column& column) const {
 std::size_t encodedRowSize(const TableDefinition& definition, const StoredCells& cells) {
   std::size_t size = kColumnCount + fixedRoom(definition) + trailerSize(definition);
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    if (!definition.columns[i].isFixed() && cells[i]) size += cells[i]->size();
+    if (!definition.columns[i].isFixed() && cells.has(i)) size += cells[i].size();
   }
   return size;
 }
 
-Bytes encodeRow(const TableDefinition& definition, const StoredCells& cells) {
-  Bytes row(kColumnCount + fixedRoom(definition), 0);
-  putU16(row, 0, definition.columnsEver);
-  Bytes mask((definition.columnsEver + 7u) / 8, 0);
-  std::vector<std::size_t> byPosition(definition.variableEver, cells.size());
+namespace {
+
+void putFixed(Bytes& row, const Column& column, ByteView cell) {
+  std::copy_n(cell.begin(), std::min(cell.size(), column.fixedSize()),
+              row.begin() + static_cast<std::ptrdiff_t>(kColumnCount + column.fixedOffset));
+}
+
+/// The variable columns in the order of their positions, then where each starts, the last one first.
+void appendVariable(Bytes& row, const TableDefinition& definition, const StoredCells& cells) {
+  if (definition.variableEver == 0) return;
+  std::vector<std::size_t> places(definition.variableEver, cells.size());
   for (std::size_t i = 0; i < cells.size(); ++i) {
     const Column& column = definition.columns[i];
-    if (!column.isFixed()) byPosition[column.variablePosition] = i;
-    if (!cells[i]) continue;
-    mask[column.number / 8] |= static_cast<Byte>(1u << (column.number % 8));
-    if (column.isFixed()) {
-      std::copy_n(cells[i]->begin(), std::min(cells[i]->size(), column.fixedSize()),
-                  row.begin() + static_cast<std::ptrdiff_t>(kColumnCount + column.fixedOffset));
-    }
+    if (!column.isFixed() && cells.has(i)) places[column.variablePosition] = i;
   }
-  std::vector<std::size_t> offsets;
-  for (const std::size_t i : byPosition) {
-    offsets.push_back(row.size());
-    if (i < cells.size() && cells[i]) append(row, *cells[i]);
+  for (std::size_t& place : places) {
+    const std::size_t column = std::exchange(place, row.size());
+    if (column < cells.size()) append(row, cells[column]);
   }
-  if (definition.variableEver != 0) {
-    appendUnsigned(row, row.size(), 2);
-    for (auto offset = offsets.rbegin(); offset != offsets.rend(); ++offset) appendUnsigned(row, *offset, 2);
-    appendUnsigned(row, offsets.size(), 2);
+  appendUnsigned(row, row.size(), 2);
+  for (auto offset = places.rbegin(); offset != places.rend(); ++offset) appendUnsigned(row, *offset, 2);
+  appendUnsigned(row, places.size(), 2);
+}
+
+}  // namespace
+
+Bytes encodeRow(const TableDefinition& definition, const StoredCells& cells) {
+  Bytes row;
+  row.reserve(encodedRowSize(definition, cells));
+  row.resize(kColumnCount + fixedRoom(definition));
+  putU16(row, 0, definition.columnsEver);
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (definition.columns[i].isFixed() && cells.has(i)) putFixed(row, definition.columns[i], cells[i]);
   }
-  append(row, mask);
+  appendVariable(row, definition, cells);
+  const std::size_t mask = row.size();
+  row.resize(mask + (definition.columnsEver + 7u) / 8);
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const std::size_t number = definition.columns[i].number;
+    if (cells.has(i)) row[mask + number / 8] |= static_cast<Byte>(1u << number % 8);
+  }
   return row;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -28,7 +29,44 @@ class StoredRow {
 };
 
 /// What a row is made of, in the order of the table's columns: bytes, or nothing for null and "no".
-using StoredCells = std::vector<std::optional<Bytes>>;
+class StoredCells {
+ public:
+  explicit StoredCells(std::size_t columns = 0) { clear(columns); }
+  /// Makes all cells nothing; the memory serves the next row.
+  void clear(std::size_t columns) {
+    bytes_.clear();
+    parts_.assign(columns, kNothing);
+  }
+
+  std::size_t size() const { return parts_.size(); }
+  bool has(std::size_t column) const { return parts_[column].offset != kNothing.offset; }
+  ByteView operator[](std::size_t column) const {
+    return ByteView(bytes_).subspan(parts_[column].offset, parts_[column].size);
+  }
+  void reset(std::size_t column) { parts_[column] = kNothing; }
+  void set(std::size_t column, ByteView bytes) {
+    fill(column, [bytes](Bytes& all) { append(all, bytes); });
+  }
+  /// Gives a cell what `write` appends.
+  template <typename Write>
+  void fill(std::size_t column, Write write) {
+    const std::size_t offset = bytes_.size();
+    write(bytes_);
+    parts_[column] = {offset, bytes_.size() - offset};
+  }
+  /// Keeps the beginning of a cell.
+  void shorten(std::size_t column, std::size_t size) { parts_[column].size = std::min(parts_[column].size, size); }
+
+ private:
+  struct Part {
+    std::size_t offset;
+    std::size_t size;
+  };
+  static constexpr Part kNothing{std::size_t(-1), 0};
+
+  Bytes bytes_;
+  std::vector<Part> parts_;
+};
 
 /// Builds the bytes of a row.
 Bytes encodeRow(const TableDefinition& definition, const StoredCells& cells);

@@ -71,12 +71,17 @@ PageNumber RowPages::pageAtEnd(std::size_t rowSize) {
 SlotAddress RowPages::add(ByteView row, std::uint16_t flags) {
   const PageNumber page = pageFor(row.size());
   if (end_ != 0) end_ = std::max(end_, page);
-  return {page, DataPageEditor(file_.change(page)).insert(row, flags)};
+  return insertInto(page, row, flags);
 }
 
 SlotAddress RowPages::append(ByteView row) {
   const PageNumber page = pageAtEnd(row.size());
-  return {page, DataPageEditor(file_.change(page)).insert(row)};
+  return insertInto(page, row, 0);
+}
+
+SlotAddress RowPages::insertInto(PageNumber page, ByteView row, std::uint16_t flags) {
+  const auto parts = DataPageEditor::partsOfInsert(DataPage(file_.page(page)), row.size());
+  return {page, DataPageEditor(file_.change(page, parts)).insert(row, flags)};
 }
 
 void RowPages::remove(SlotAddress address) {

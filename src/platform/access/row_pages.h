@@ -30,6 +30,7 @@ class RowPages {
   PageNumber lastPageInUse() const;
   PageNumber takePage(PageNumber lowest);
   bool takes(PageNumber page, std::size_t rowSize);
+  SlotAddress insertInto(PageNumber page, ByteView row, std::uint16_t flags);
 
   PageFile& file_;
   PageAllocator& allocator_;

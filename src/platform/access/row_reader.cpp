@@ -64,6 +64,15 @@ Cell RowReader::cell(RowId row, std::size_t column) const {
                   [&] { return decode(definition_.columns[column], StoredRow(place.bytes, definition_)); });
 }
 
+std::optional<std::string_view> RowReader::plainText(RowId row, std::size_t column) const {
+  const Column& definition = definition_.columns[column];
+  if (definition.type != ColumnType::kText) return std::nullopt;
+  const Place& place = locate(row);
+  const auto bytes =
+      file_.at(place.address.page, [&] { return StoredRow(place.bytes, definition_).bytes(definition); });
+  return bytes ? plainTextOf(*bytes) : std::nullopt;
+}
+
 Row RowReader::row(RowId row, const std::vector<bool>* wanted) const {
   const Place place = locate(row);
   return file_.at(place.address.page, [&] {
@@ -83,7 +92,7 @@ StoredCells RowReader::storedCells(RowId row) const {
     StoredCells cells(definition_.columns.size());
     for (std::size_t i = 0; i < cells.size(); ++i) {
       const auto bytes = stored.bytes(definition_.columns[i]);
-      if (bytes) cells[i].emplace(bytes->begin(), bytes->end());
+      if (bytes) cells.set(i, *bytes);
     }
     return cells;
   });

@@ -19,6 +19,9 @@ class RowReader {
   bool exists(RowId row) const;
   ByteView bytes(RowId row) const { return locate(row).bytes; }
   Cell cell(RowId row, std::size_t column) const;
+  /// A text where it stands in the page, for as long as that one stays the same; nothing when it is null or has to be
+  /// decoded.
+  std::optional<std::string_view> plainText(RowId row, std::size_t column) const;
   /// All columns, or those that are `wanted`; the others are left null.
   Row row(RowId row, const std::vector<bool>* wanted = nullptr) const;
   /// The stored parts of all columns.

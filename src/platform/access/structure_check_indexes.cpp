@@ -57,7 +57,7 @@ class TreeCheck {
 
   void checkHead(PageNumber page, const IndexPageView& content) {
     if (content.table() != table_.definition().page) fault(page, "the page belongs to another table");
-    if (u16At(file_.page(page), index_at::kFree) + content.ends().last() != kIndexCapacity)
+    if (u16At(file_.page(page), index_at::kFree) + content.used() != kIndexCapacity)
       fault(page, "the free space is wrong");
   }
 

@@ -120,9 +120,10 @@ class Table {
   void eraseKey(std::size_t index, const Row& row, RowId id);
   void applyKeys(RowId id, const Row& before, const std::vector<KeyChange>& keys);
 
-  /// Plans the stored parts, then stores long values; refuses a row over the limit first.
-  StoredCells storeCells(const Row& row, StoredCells cells, const std::vector<bool>& changed);
-  void removeLongValues(const StoredCells& cells, const std::vector<bool>& affected);
+  /// Makes cells of all columns or of those that change, then stores long values; refuses a row over the limit first.
+  void storeCells(const Row& row, StoredCells& cells, const std::vector<Change>* changes);
+  void storeLongValues(const std::vector<std::pair<std::size_t, Bytes>>& values, StoredCells& cells);
+  void removeLongValue(std::size_t column, const StoredCells& cells);
   void storeRow(RowId id, ByteView bytes);
   void removeSlots(RowId id);
   Row keyRow(RowId id) const;

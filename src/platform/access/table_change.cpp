@@ -63,17 +63,17 @@ RowId Table::insert(Row row) {
     checkRules(i, row[i]);
   }
   std::vector<std::optional<Bytes>> keys;
+  keys.reserve(trees_.size());
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     keys.push_back(keyFor(definition_.realIndexes[i], row));
     if (keys.back()) checkUnique(i, row, *keys.back(), std::nullopt);
   }
   checkParents(row, nullptr);
-  const std::vector<bool> all(row.size(), true);
-  spareCells_.assign(row.size(), std::nullopt);
-  spareCells_ = storeCells(row, std::move(spareCells_), all);
+  spareCells_.clear(row.size());
+  storeCells(row, spareCells_, nullptr);
   const RowId id = rowIdOf(pages_->append(encodeRow(definition_, spareCells_)));
   for (std::size_t i = 0; i < trees_.size(); ++i) {
-    if (keys[i] && trees_[i]->insert({*keys[i], id})) ++definition_.realIndexes[i].distinctKeys;
+    if (keys[i] && trees_[i]->insert({std::move(*keys[i]), id})) ++definition_.realIndexes[i].distinctKeys;
   }
   ++definition_.rowCount;
   writeTableCounts(file_, definition_);
@@ -82,44 +82,46 @@ RowId Table::insert(Row row) {
   return id;
 }
 
-StoredCells Table::storeCells(const Row& row, StoredCells cells, const std::vector<bool>& changed) {
-  std::vector<std::pair<std::size_t, Bytes>> values;
-  for (std::size_t i = 0; i < row.size(); ++i) {
+void Table::storeCells(const Row& row, StoredCells& cells, const std::vector<Change>* changes) {
+  std::vector<std::pair<std::size_t, Bytes>> longValues;
+  const auto store = [&](std::size_t i) {
     const Column& column = definition_.columns[i];
-    if (!changed[i]) continue;
-    cells[i].reset();
+    cells.reset(i);
     if (const auto* yes = std::get_if<bool>(&row[i])) {
-      if (*yes) cells[i] = Bytes();
-    } else if (!isNull(row[i])) {
-      Bytes stored = encodeCell(column, row[i]);
-      if (isLongValue(column.type)) {
-        const std::size_t inRow = stored.size() <= long_value::kLargestInline ? stored.size() : 0;
-        cells[i] = Bytes(long_value::kCell + inRow);
-        values.emplace_back(i, std::move(stored));
-      } else {
-        cells[i] = std::move(stored);
-      }
+      if (*yes) cells.set(i, {});
+    } else if (isNull(row[i])) {
+      return;
+    } else if (isLongValue(column.type)) {
+      Bytes& value = longValues.emplace_back(i, Bytes()).second;
+      appendCell(value, column, row[i]);
+      const std::size_t inRow = value.size() <= long_value::kLargestInline ? value.size() : 0;
+      cells.set(i, Bytes(long_value::kCell + inRow));
+    } else {
+      cells.fill(i, [&](Bytes& bytes) { appendCell(bytes, column, row[i]); });
     }
-  }
-  // Long values leave the row when it would be too long with them.
+  };
+  for (std::size_t i = 0; !changes && i < row.size(); ++i) store(i);
+  for (std::size_t i = 0; changes && i < changes->size(); ++i) store((*changes)[i].column);
+  storeLongValues(longValues, cells);
+}
+
+/// Long values leave the row when it would be too long with them.
+void Table::storeLongValues(const std::vector<std::pair<std::size_t, Bytes>>& values, StoredCells& cells) {
   const bool mayStay = encodedRowSize(definition_, cells) <= kMaximumRow;
   if (!mayStay) {
-    for (const auto& value : values) cells[value.first]->resize(long_value::kCell);
+    for (const auto& value : values) cells.shorten(value.first, long_value::kCell);
     if (encodedRowSize(definition_, cells) > kMaximumRow) {
       throw AccessFileError(provider_number::kDataOverflow,
                             "Table '" + name_ + "': the row is longer than 4,060 bytes.");
     }
   }
-  for (const auto& [i, value] : values) cells[i] = longValues_.store(definition_.columns[i], value, mayStay);
-  return cells;
+  for (const auto& [i, value] : values) cells.set(i, longValues_.store(definition_.columns[i], value, mayStay));
 }
 
-void Table::removeLongValues(const StoredCells& cells, const std::vector<bool>& affected) {
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    const Column& column = definition_.columns[i];
-    if (!affected[i] || !cells[i] || !isLongValue(column.type)) continue;
-    file_.at(definition_.page, [&] { longValues_.remove(column, *cells[i]); });
-  }
+void Table::removeLongValue(std::size_t column, const StoredCells& cells) {
+  const Column& definition = definition_.columns[column];
+  if (!cells.has(column) || !isLongValue(definition.type)) return;
+  file_.at(definition_.page, [&] { longValues_.remove(definition, cells[column]); });
 }
 
 std::vector<Table::KeyChange> Table::keyChanges(RowId id, const Row& before, const Row& after,
@@ -164,21 +166,20 @@ void Table::update(RowId id, const std::vector<Change>& changes) {
   requireKnownTypes();
   const Row before = keyRow(id);
   Row after = before;
-  std::vector<bool> changed(after.size(), false);
   for (const Change& change : changes) {
     const Column& column = definition_.columns[change.column];
     after[change.column] = convertFor(column, change.value);
     checkRules(change.column, after[change.column]);
-    changed[change.column] = true;
   }
   const auto keys = keyChanges(id, before, after, changes);
   checkParents(after, &changes);
   checkChildrenBeforeUpdate(before, after);
   if (observer_) observer_->rowChanging(*this, id, &changes);
   const StoredCells old = reader_.storedCells(id);
-  const StoredCells cells = storeCells(after, old, changed);
-  removeLongValues(old, changed);
-  storeRow(id, encodeRow(definition_, cells));
+  spareCells_ = old;
+  storeCells(after, spareCells_, &changes);
+  for (const Change& change : changes) removeLongValue(change.column, old);
+  storeRow(id, encodeRow(definition_, spareCells_));
   applyKeys(id, before, keys);
   if (observer_) observer_->rowChanged(*this, id, &changes);
   cascadeUpdate(before, after);
@@ -188,9 +189,11 @@ void Table::storeRow(RowId id, ByteView bytes) {
   const SlotAddress first = addressOf(id);
   const SlotAddress place = reader_.resolve(id);
   const bool moved = !(place == first);
-  DataPageEditor page(file_.change(place.page));
+  const DataPage page(file_.page(place.page));
   if (page.canReplace(place.row, bytes.size())) {
-    return page.replace(place.row, bytes, moved ? kSlotHidden : std::uint16_t{0});
+    const auto parts = DataPageEditor::partsOfReplace(page, place.row, bytes.size());
+    DataPageEditor(file_.change(place.page, parts)).replace(place.row, bytes, moved ? kSlotHidden : std::uint16_t{0});
+    return;
   }
   const SlotAddress target = pages_->add(bytes, kSlotHidden);
   if (moved) pages_->remove(place);
@@ -231,7 +234,8 @@ void Table::remove(RowId id) {
     const RealIndex& index = definition_.realIndexes[i];
     if (!(index.ignoresNulls() && allNull(definition_, index, row))) eraseKey(i, row, id);
   }
-  removeLongValues(reader_.storedCells(id), std::vector<bool>(row.size(), true));
+  const StoredCells cells = reader_.storedCells(id);
+  for (std::size_t i = 0; i < cells.size(); ++i) removeLongValue(i, cells);
   removeSlots(id);
   if (definition_.rowCount > 0) --definition_.rowCount;
   writeTableCounts(file_, definition_);

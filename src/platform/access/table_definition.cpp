@@ -164,6 +164,8 @@ std::optional<std::size_t> TableDefinition::findColumn(std::string_view name) co
 }
 
 std::optional<std::size_t> TableDefinition::columnOfNumber(std::uint16_t number) const {
+  // Numbers are places as long as no column has been dropped.
+  if (number < columns.size() && columns[number].number == number) return number;
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (columns[i].number == number) return i;
   }

@@ -136,7 +136,8 @@ void writeTableDefinition(PageFile& file, PageAllocator& allocator, TableDefinit
 
 void writeTableCounts(PageFile& file, const TableDefinition& definition) {
   namespace at = definition_at;
-  Page& page = file.change(definition.page);
+  const std::size_t end = at::kIndexCounts + definition.realIndexes.size() * at::kIndexCountsSize;
+  Page& page = file.change(definition.page, std::array{ByteRange{0, std::min(end, kPageSize)}});
   putU32(page, at::kRows, definition.rowCount);
   putU32(page, at::kLastAutoNumber, definition.lastAutoNumber);
   for (std::size_t i = 0; i < definition.realIndexes.size(); ++i) {

@@ -115,25 +115,27 @@ std::u16string decodeText(ByteView cell) {
   return text;
 }
 
-std::string textOf(ByteView cell) {
-  const bool isCompressed = cell.size() >= 2 && cell[0] == kCompressedMark[0] && cell[1] == kCompressedMark[1];
-  const auto begin = cell.begin() + (isCompressed ? 2 : 0);
-  const bool isPlain =
-      isCompressed && std::all_of(begin, cell.end(), [](Byte byte) { return byte != 0 && byte < 0x80; });
-  return isPlain ? std::string(begin, cell.end()) : toUtf8(decodeText(cell));
+std::optional<std::string_view> plainTextOf(ByteView cell) {
+  if (cell.size() < 2 || cell[0] != kCompressedMark[0] || cell[1] != kCompressedMark[1]) return std::nullopt;
+  cell = cell.subspan(2);
+  if (!std::all_of(cell.begin(), cell.end(), [](Byte byte) { return byte != 0 && byte < 0x80; })) return std::nullopt;
+  return std::string_view(static_cast<const char*>(static_cast<const void*>(cell.data())), cell.size());
 }
 
-Bytes encodeText(std::string_view text, bool mayCompress) {
+std::string textOf(ByteView cell) {
+  const auto plain = plainTextOf(cell);
+  return plain ? std::string(*plain) : toUtf8(decodeText(cell));
+}
+
+void appendEncodedText(Bytes& bytes, std::string_view text, bool mayCompress) {
   const bool isPlain =
       mayCompress && text.size() >= kShortestCompressed && std::all_of(text.begin(), text.end(), [](char c) {
         const auto byte = static_cast<Byte>(c);
         return byte != 0 && byte < 0x80;
       });
-  if (!isPlain) return encodeText(toUtf16(text), mayCompress);
-  Bytes cell(text.size() + 2);
-  std::copy(std::begin(kCompressedMark), std::end(kCompressedMark), cell.begin());
-  std::copy(text.begin(), text.end(), cell.begin() + 2);
-  return cell;
+  if (!isPlain) return append(bytes, encodeText(toUtf16(text), mayCompress));
+  append(bytes, kCompressedMark);
+  bytes.insert(bytes.end(), text.begin(), text.end());
 }
 
 Bytes encodeText(std::u16string_view text, bool mayCompress) {

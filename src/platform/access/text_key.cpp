@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <vector>
 
 #include "platform/access/index_key.h"
+#include "platform/access/text_cell.h"
 #include "platform/access/text_key_table.h"
 
 namespace orva::access {
@@ -49,6 +51,13 @@ const Weight& weightOf(char16_t c) {
   static const std::vector<Weight> weights = makeWeights();
   static const Weight unknown;
   return c < weights.size() ? weights[c] : unknown;
+}
+
+/// A note on what stands behind so many places.
+void appendNote(Bytes& notes, std::size_t places, Byte code) {
+  appendBigEndian(notes, 0x8000 | (kFirstNotePlace + kBytesPerPlace * places), 2);
+  notes.push_back(kNoteMark);
+  notes.push_back(code);
 }
 
 /// The three parts of a key, collected character by character.
@@ -108,11 +117,7 @@ class TextKeyParts {
       accents_.back() = static_cast<Byte>(accents_.back() + value);
     }
   }
-  void addNote(Byte code) {
-    appendBigEndian(notes_, 0x8000 | (kFirstNotePlace + kBytesPerPlace * places_), 2);
-    notes_.push_back(kNoteMark);
-    notes_.push_back(code);
-  }
+  void addNote(Byte code) { appendNote(notes_, places_, code); }
 
   DoubleLetters letters_;
   Bytes weights_;
@@ -121,7 +126,54 @@ class TextKeyParts {
   std::size_t places_ = 0;
 };
 
+/// Appends where the apostrophes, hyphens and control characters of a text stand, counted in the letters before them.
+void appendPlainNotes(Bytes& key, std::string_view text) {
+  key.insert(key.end(), 3, kSeparator);
+  std::size_t places = 0;
+  for (const char c : text) {
+    const Weight& weight = weightOf(static_cast<Byte>(c));
+    if (weight.kind == CharacterClass::kNote) {
+      appendNote(key, places, weight.bytes[0]);
+    } else {
+      ++places;
+    }
+  }
+}
+
+/// Appends the key of a text in ASCII, of which no letter has an accent. False, with nothing appended, for others.
+bool appendPlainKey(Bytes& key, std::string_view text) {
+  text = text.substr(0, kMaximumText);
+  text = text.substr(0, text.find_last_not_of(' ') + 1);
+  std::array<Byte, 2 * kMaximumText> weights;
+  std::size_t size = 0;
+  bool hasNotes = false;
+  for (const char c : text) {
+    if (static_cast<Byte>(c) >= 0x80) return false;
+    const Weight& weight = weightOf(static_cast<Byte>(c));
+    if (weight.kind == CharacterClass::kSimple) {
+      std::memcpy(&weights[size], weight.bytes, sizeof weight.bytes);
+      size += weight.size;
+    } else if (weight.kind == CharacterClass::kNote) {
+      hasNotes = true;
+    } else {
+      return false;
+    }
+  }
+  append(key, ByteView(weights).first(size));
+  key.push_back(kSeparator);
+  if (hasNotes) appendPlainNotes(key, text);
+  key.push_back(kEnd);
+  return true;
+}
+
 }  // namespace
+
+bool appendTextKey(Bytes& key, std::string_view text, bool descending, DoubleLetters letters) {
+  if (!descending && appendPlainKey(key, text)) return true;
+  const auto whole = textKey(toUtf16(text), descending, letters);
+  if (whole) append(key, *whole);
+  return whole.has_value();
+}
 
 std::optional<Bytes> textKey(std::u16string_view text, bool descending, DoubleLetters letters) {
   text = text.substr(0, kMaximumText);

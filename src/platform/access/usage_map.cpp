@@ -129,7 +129,7 @@ bool UsageMap::set(PageNumber page, bool value) {
   const std::size_t at = window->offset + bit / 8;
   const auto mask = static_cast<Byte>(1u << (bit % 8));
   if (((file_.page(window->page)[at] & mask) != 0) == value) return true;
-  Byte& byte = file_.change(window->page)[at];
+  Byte& byte = file_.change(window->page, std::array{ByteRange{at, 1}})[at];
   byte = static_cast<Byte>(value ? byte | mask : byte & ~mask);
   return true;
 }
@@ -231,8 +231,8 @@ bool PageAllocator::lengthenRow(PageNumber page) {
   const PageNumber first = u32At(row, 1);
   if (page < first) file_.fail(address.page, "the map of free pages starts past the end of the file");
   const std::size_t wanted = kInlineHead + std::size_t{(page - first) / 32} * 4 + 4;
+  if (!DataPage(file_.page(address.page)).canReplace(address.row, wanted)) return false;
   DataPageEditor editor(file_.change(address.page));
-  if (!editor.canReplace(address.row, wanted)) return false;
   Bytes longer(row.begin(), row.end());
   longer.resize(wanted, 0xFF);
   editor.replace(address.row, longer, 0);

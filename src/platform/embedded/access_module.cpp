@@ -21,6 +21,7 @@ struct VirtualTable : sqlite3_vtab {
   std::shared_ptr<AccessTable> table;
   std::deque<AccessPlan> plans;
   unsigned walks = 0;
+  std::vector<Scalar> arguments;  ///< of the walk that starts
 
   int columnCount() const { return static_cast<int>(table->layout.columns.size()); }
   std::size_t position(int column) const { return table->positions[static_cast<std::size_t>(column - kFirstColumn)]; }
@@ -129,8 +130,8 @@ int filter(sqlite3_vtab_cursor* cursor, int plan, const char*, int count, sqlite
     VirtualTable& table = of(cursor->pVtab);
     requireCurrent(table);
     if (++table.walks % kRowsBetweenTrims == 0) table.table->table->letGoOfPages();
-    std::vector<Scalar> arguments;
-    arguments.reserve(static_cast<std::size_t>(count));
+    std::vector<Scalar>& arguments = table.arguments;
+    arguments.clear();
     for (int i = 0; i < count; ++i) arguments.push_back(scalarOf(values[i]));
     self.walk = startWalk(*table.tables->file, *table.table, table.plans[static_cast<std::size_t>(plan)], arguments);
     self.row = self.walk ? self.walk->next() : std::nullopt;
@@ -170,7 +171,13 @@ int column(sqlite3_vtab_cursor* cursor, sqlite3_context* context, int at) {
   if (sqlite3_vtab_nochange(context)) return SQLITE_OK;
   try {
     requireCurrent(table);
-    giveResult(context, columnValue(table, row, at));
+    const bool isOwn = at <= table.columnCount();
+    const auto text = isOwn ? table.table->table->rows().plainText(row, table.position(at)) : std::nullopt;
+    if (text) {
+      sqlite3_result_text(context, text->data(), static_cast<int>(text->size()), SQLITE_TRANSIENT);
+    } else {
+      giveResult(context, columnValue(table, row, at));
+    }
   } catch (const ProviderError& error) {
     sqlite3_result_error(context, taggedError(error).c_str(), -1);
   }

@@ -39,10 +39,12 @@ AccessStore::AccessStore(const std::string& file, const std::string& password) {
 
 AccessStore::~AccessStore() = default;
 
-/// Makes the virtual tables and the catalogue those of the file as it is now.
+/// Makes the virtual tables and the catalogue those of the file as it is now. SQLite's own transaction stays open
+/// until the next time: it holds no rows, and would otherwise be begun and ended for every statement.
 void AccessStore::show() {
   const auto& present = tables_.file->tables();
   auto loaded = std::make_shared<Catalogue>();
+  if (sqlite3_get_autocommit(handle()) == 0) run(handle(), "COMMIT");
   run(handle(), "BEGIN");
   for (auto at = shown_.begin(); at != shown_.end();) {
     const bool stays = std::find(present.begin(), present.end(), at->second) != present.end();
@@ -56,7 +58,7 @@ void AccessStore::show() {
     }
     loaded->add(table->layout);
   }
-  run(handle(), "COMMIT");
+  run(handle(), "COMMIT; BEGIN");
   catalogue_ = std::move(loaded);
   generation_ = tables_.file->generation();
 }

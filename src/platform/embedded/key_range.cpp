@@ -34,7 +34,10 @@ Bytes joined(const Bytes& prefix, const Bytes& rest) {
   return all;
 }
 
-KeyRange<Bytes> allWith(const Bytes& prefix) { return {prefix, afterAll(prefix)}; }
+KeyRange<Bytes> allWith(Bytes prefix) {
+  auto upper = afterAll(prefix);
+  return {std::move(prefix), std::move(upper)};
+}
 
 bool isAscii(const std::string& text) {
   return std::none_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
@@ -43,7 +46,8 @@ bool isAscii(const std::string& text) {
 /// The weights of a text, when they do not depend on the case of its letters. The
 /// engine takes two letters for one that the order of the file tells apart, such
 /// as the micro sign and the Greek letter.
-std::optional<Bytes> weightsOf(const std::string& text) {
+std::optional<Bytes> weightsOf(std::string text) {
+  text.erase(text.find_last_not_of(' ') + 1);
   auto weights = access::textKeyPrefix(access::toUtf16(text));
   if (!weights || isAscii(text)) return weights;
   const bool same = access::textKeyPrefix(access::toUtf16(toUpper(text))) == weights &&
@@ -51,32 +55,21 @@ std::optional<Bytes> weightsOf(const std::string& text) {
   return same ? weights : std::nullopt;
 }
 
-std::string withoutTrailingBlanks(std::string text) {
-  text.erase(text.find_last_not_of(' ') + 1);
-  return text;
-}
-
-/// Where texts equal to one text stand. `whole`: exactly there, so that the next column may follow.
-struct TextPlace {
-  KeyRange<Bytes> range;
-  bool whole = false;
-};
-
-TextPlace placeOf(const Bytes& prefix, const std::string& text) {
-  const auto weights = weightsOf(withoutTrailingBlanks(text));
-  if (!weights) return {allWith(prefix)};
-  Bytes key = prefix;
+/// Adds to a key what all texts equal to one text have in common. True when this is all that there is, so that the
+/// next column may follow.
+bool appendEqualText(Bytes& key, const std::string& text) {
+  const std::size_t start = key.size();
   key.push_back(kValueFlag);
   if (isAscii(text)) {
-    const auto part = access::textKey(access::toUtf16(text), false);
-    if (!part) return {allWith(prefix)};
-    key.insert(key.end(), part->begin(), part->end());
-    return {allWith(key), true};
+    if (access::appendTextKey(key, text, false)) return true;
+  } else if (const auto weights = weightsOf(text)) {
+    // Accents and notes may be counted in two ways.
+    access::append(key, *weights);
+    key.push_back(kEndOfWeights);
+    return false;
   }
-  // Accents and notes may be counted in two ways.
-  key.insert(key.end(), weights->begin(), weights->end());
-  key.push_back(kEndOfWeights);
-  return {allWith(key)};
+  key.resize(start);
+  return false;
 }
 
 /// Texts with one beginning; "upper" is the beginning with FF behind it.
@@ -84,7 +77,7 @@ KeyRange<Bytes> beginningRange(const Bytes& prefix, const Scalar& lower, const S
   const auto* from = std::get_if<std::string>(&lower);
   const auto* to = std::get_if<std::string>(&upper);
   if (!from || !to || *to != *from + '\xFF') return allWith(prefix);
-  const auto weights = weightsOf(withoutTrailingBlanks(*from));
+  const auto weights = weightsOf(*from);
   if (!weights) return allWith(prefix);
   Bytes key = prefix;
   key.push_back(kValueFlag);
@@ -151,6 +144,8 @@ class FileRange {
       : definition_(definition), plan_(plan), arguments_(arguments) {}
 
   std::optional<KeyRange<Bytes>> find() {
+    constexpr std::size_t kUsual = 64;
+    prefix_.reserve(kUsual);
     const access::RealIndex& real = definition_.realIndexes[plan_.realIndex];
     for (std::size_t i = 0; i < plan_.equal.size(); ++i) {
       const Column& column = columnOf(real.columns[i]);
@@ -164,7 +159,7 @@ class FileRange {
       if (isNowhere_) return std::nullopt;
     }
     const bool limited = plan_.lower != AccessPlan::kNone || plan_.upper != AccessPlan::kNone;
-    return limited ? limitedRange(real.columns[plan_.equal.size()]) : allWith(prefix_);
+    return limited ? limitedRange(real.columns[plan_.equal.size()]) : allWith(std::move(prefix_));
   }
 
  private:
@@ -180,10 +175,8 @@ class FileRange {
     const auto* text = std::get_if<std::string>(&wanted);
     if (column.isText()) {
       if (!text) return allWith(prefix_);
-      const TextPlace place = placeOf(prefix_, *text);
-      if (!place.whole) return place.range;
-      prefix_ = place.range.lower;
-      return std::nullopt;
+      if (appendEqualText(prefix_, *text)) return std::nullopt;
+      return allWith(prefix_);
     }
     if (text) return allWith(prefix_);
     const auto below = keyPart(column, descending, cellBeside(column, wanted, true));

@@ -1,6 +1,9 @@
 #include "platform/embedded/prepared.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
+#include <numeric>
 #include <utility>
 
 #include "platform/embedded/conversion.h"
@@ -14,14 +17,36 @@ using sql::BindAs;
 
 constexpr std::size_t kFewColumns = 4;
 
-std::size_t hashName(std::string_view name) {
-  std::size_t hash = 14695981039346656037u;
-  for (char c : name) {
-    if (static_cast<unsigned char>(c) >= 0x80) continue;
-    hash = (hash ^ static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + 32 : c)) * 1099511628211u;
-  }
-  return hash ^ hash >> 32;
+constexpr std::uint64_t kOnes = 0x0101010101010101;
+
+/// The capital letters of eight ASCII characters made small.
+std::uint64_t lowered(std::uint64_t word) {
+  const std::uint64_t fromA = word + kOnes * (0x80 - 'A');
+  const std::uint64_t behindZ = word + kOnes * (0x7F - 'Z');
+  return word | ((fromA & ~behindZ & kOnes * 0x80) >> 2);
 }
+
+/// An ASCII name in small letters with its hash; not `isUsable` when it is too long or holds other letters.
+struct FoldedName {
+  std::array<std::uint64_t, 8> words;
+  std::uint64_t hash = 0;
+  bool isUsable = true;
+
+  explicit FoldedName(std::string_view name) {
+    std::size_t at = 0;
+    for (std::uint64_t& folded : words) {
+      if (at >= name.size()) break;
+      std::uint64_t word = 0;
+      std::memcpy(&word, name.data() + at, std::min(name.size() - at, sizeof word));
+      isUsable = isUsable && (word & kOnes * 0x80) == 0;
+      folded = lowered(word);
+      hash = (hash ^ folded) * 0x9E3779B97F4A7C15u;
+      at += sizeof word;
+    }
+    isUsable = isUsable && at >= name.size();
+    hash ^= hash >> 32;
+  }
+};
 
 }  // namespace
 
@@ -31,18 +56,26 @@ void NameIndex::build(const std::vector<sql::ResultColumn>& columns) {
   mask_ = size - 1;
   slots_.assign(size, -1);
   for (const sql::ResultColumn& column : columns) {
-    names_.push_back(column.name);
-    if (find(column.name) >= 0) continue;
-    std::size_t slot = hashName(column.name) & mask_;
+    names_.push_back(toLower(column.name));
+    const FoldedName folded(column.name);
+    if (!folded.isUsable || find(column.name) >= 0) continue;
+    std::size_t slot = folded.hash & mask_;
     while (slots_[slot] >= 0) slot = (slot + 1) & mask_;
     slots_[slot] = static_cast<int>(names_.size()) - 1;
   }
 }
 
 int NameIndex::find(std::string_view name) const {
-  for (std::size_t slot = hashName(name) & mask_; slots_[slot] >= 0; slot = (slot + 1) & mask_) {
+  const FoldedName folded(name);
+  if (!folded.isUsable) {
+    const auto same = [name](const std::string& candidate) { return equalsNoCase(candidate, name); };
+    const auto found = std::find_if(names_.begin(), names_.end(), same);
+    return found == names_.end() ? -1 : static_cast<int>(found - names_.begin());
+  }
+  for (std::size_t slot = folded.hash & mask_; slots_[slot] >= 0; slot = (slot + 1) & mask_) {
     const std::string& candidate = names_[static_cast<std::size_t>(slots_[slot])];
-    if (candidate.size() == name.size() && (candidate == name || equalsNoCase(candidate, name))) return slots_[slot];
+    if (candidate.size() != name.size()) continue;
+    if (std::memcmp(candidate.data(), folded.words.data(), name.size()) == 0) return slots_[slot];
   }
   return -1;
 }
@@ -69,13 +102,17 @@ bool Prepared::fits(const StatementText& text) const {
   return true;
 }
 
-void Prepared::prepareQuery() {
+std::string Prepared::selectOf(const std::vector<int>& columns) const {
   std::string sql = std::string("SELECT ") + sql::kRowKey;
-  for (int column : asked_) {
+  for (int column : columns) {
     const int of = translation_.columnOf[static_cast<std::size_t>(column)];
     sql += ", " + quoteName(translation_.table->columns[static_cast<std::size_t>(of)].name);
   }
-  statement_ = prepare(database_, sql + translation_.tail + translation_.ordering);
+  return sql;
+}
+
+void Prepared::prepareQuery() {
+  statement_ = prepare(database_, selectOf(asked_) + translation_.tail + translation_.ordering);
   selected_ = asked_.size();
 }
 
@@ -145,11 +182,12 @@ Value Prepared::at(int place, int column) const {
   return readColumn(statement_.get(), place, translation_.columns[static_cast<std::size_t>(column)].type);
 }
 
-void Prepared::askFor(int column) {
+bool Prepared::askFor(int column) {
   int& place = places_[static_cast<std::size_t>(column)];
-  if (place >= 0) return;
+  if (place >= 0) return true;
   place = static_cast<int>(asked_.size());
   asked_.push_back(column);
+  return false;
 }
 
 sqlite3_stmt* Prepared::insertRow() {
@@ -175,25 +213,35 @@ StatementHandle Prepared::updateRow(const std::vector<int>& columns) const {
                  "UPDATE " + quoteName(translation_.table->name) + " SET " + sql + " WHERE " + sql::kRowKey + " = ?");
 }
 
-bool Prepared::readRow(std::int64_t key, std::vector<Value>& row) {
-  if (!reader_) {
-    std::string columns;
-    for (int of : translation_.columnOf) {
-      columns +=
-          (columns.empty() ? "" : ", ") + quoteName(translation_.table->columns[static_cast<std::size_t>(of)].name);
-    }
-    reader_ = prepare(database_, "SELECT " + columns + " FROM " + quoteName(translation_.table->name) + " WHERE " +
-                                     sql::kRowKey + " = ?");
+bool Prepared::read(RowReader& reader, std::int64_t key, std::vector<Value>& values) const {
+  if (!reader.statement) {
+    reader.statement = prepare(database_, selectOf(reader.columns) + " FROM " + quoteName(translation_.table->name) +
+                                              " WHERE " + sql::kRowKey + " = ?");
   }
-  sqlite3_bind_int64(reader_.get(), 1, key);
-  const int code = sqlite3_step(reader_.get());
-  row.clear();
-  for (std::size_t i = 0; code == SQLITE_ROW && i < translation_.columns.size(); ++i) {
-    row.push_back(readColumn(reader_.get(), static_cast<int>(i), translation_.columns[i].type));
+  sqlite3_stmt* const statement = reader.statement.get();
+  sqlite3_bind_int64(statement, 1, key);
+  const int code = sqlite3_step(statement);
+  values.clear();
+  for (std::size_t i = 0; code == SQLITE_ROW && i < reader.columns.size(); ++i) {
+    const sql::SqlType type = translation_.columns[static_cast<std::size_t>(reader.columns[i])].type;
+    values.push_back(readColumn(statement, static_cast<int>(i) + 1, type));
   }
-  sqlite3_reset(reader_.get());
+  sqlite3_reset(statement);
   if (code != SQLITE_ROW && code != SQLITE_DONE) throwEngineError(database_, code);
   return code == SQLITE_ROW;
+}
+
+bool Prepared::readRow(std::int64_t key, std::vector<Value>& row) {
+  if (rowReader_.columns.size() < translation_.columns.size()) {
+    rowReader_.columns.resize(translation_.columns.size());
+    std::iota(rowReader_.columns.begin(), rowReader_.columns.end(), 0);
+  }
+  return read(rowReader_, key, row);
+}
+
+bool Prepared::readAsked(std::int64_t key, std::vector<Value>& asked) {
+  if (askedReader_.columns.size() < asked_.size()) askedReader_ = {.statement = {}, .columns = asked_};
+  return read(askedReader_, key, asked);
 }
 
 std::int64_t Prepared::nextKey(std::int64_t key) {

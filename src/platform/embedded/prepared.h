@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,16 +64,23 @@ class Prepared {
   bool wasPreparedAnew();
 
   std::int64_t key() const { return sqlite3_column_int64(statement_.get(), 0); }
+  /// The result columns that the row under way has, in the order of their places.
+  std::span<const int> selected() const { return std::span(asked_).first(selected_); }
   /// Place in the row under way of a result column; -1 when it is not selected.
   int place(int column) const;
   Value at(int place, int column) const;
-  void askFor(int column);
+  /// Selects a column from the next run on; true when it had been asked for before.
+  bool askFor(int column);
+  /// Place among the columns asked for so far, of which it must be one.
+  std::size_t askedPlace(int column) const { return static_cast<std::size_t>(places_[static_cast<std::size_t>(column)]); }
 
   sqlite3_stmt* insertRow();
   /// An update of these columns of the row with a key, the last parameter.
   StatementHandle updateRow(const std::vector<int>& columns) const;
   /// All columns of the row with this key in the order of the result; false when it is gone.
   bool readRow(std::int64_t key, std::vector<Value>& row);
+  /// The columns asked for so far of the row with this key, each at its `askedPlace`; false when it is gone.
+  bool readAsked(std::int64_t key, std::vector<Value>& asked);
   /// The key that follows in the whole table; 0 when there is none.
   std::int64_t nextKey(std::int64_t key);
 
@@ -83,6 +91,15 @@ class Prepared {
   void bindAll(sqlite3_stmt* statement, const StatementText& text) const;
   void bindLiteral(sqlite3_stmt* statement, int at, const sql::Binding& binding, const StatementText& text) const;
   void prepareQuery();
+  /// The key, then some columns of the result.
+  std::string selectOf(const std::vector<int>& columns) const;
+
+  /// Reads some columns of a row by its key.
+  struct RowReader {
+    StatementHandle statement;
+    std::vector<int> columns;
+  };
+  bool read(RowReader& reader, std::int64_t key, std::vector<Value>& values) const;
 
   sqlite3* database_;
   std::shared_ptr<const Catalogue> catalogue_;
@@ -92,7 +109,8 @@ class Prepared {
   StatementHandle statement_;
   StatementHandle count_;
   StatementHandle insert_;
-  StatementHandle reader_;
+  RowReader rowReader_;
+  RowReader askedReader_;
   StatementHandle next_;
   std::vector<int> asked_;   ///< result columns in the order in which they were asked for
   std::vector<int> places_;  ///< place of each result column in `asked_`, or -1

@@ -126,14 +126,8 @@ void RowSet::putAside() {
     prepared_->reset();
     return;
   }
-  const auto columns = static_cast<int>(prepared_->translation().columns.size());
   selected_.clear();
-  for (int i = 0; i < columns; ++i) {
-    const int place = prepared_->place(i);
-    if (place < 0) continue;
-    if (selected_.size() <= static_cast<std::size_t>(place)) selected_.resize(static_cast<std::size_t>(place) + 1);
-    selected_[static_cast<std::size_t>(place)] = prepared_->at(place, i);
-  }
+  for (const int column : prepared_->selected()) selected_.push_back(prepared_->at(prepared_->place(column), column));
   continueByKey_ = prepared_->translation().wholeTable;
   while (!continueByKey_ && prepared_->step()) keys_.push_back(prepared_->key());
   prepared_->reset();
@@ -144,11 +138,13 @@ void RowSet::keepRow() {
   rowLoaded_ = prepared_->readRow(key_, row_);
 }
 
-void RowSet::loadRow() {
-  if (rowLoaded_) return;
+/// A column that nobody has asked for before is seldom alone: then the whole row is read.
+void RowSet::load(bool askedOnly) {
   if (!running_) session_->beginReading();
-  rowLoaded_ = prepared_->readRow(key_, row_);
-  if (!rowLoaded_) throw ProviderError(provider_number::kNoCurrentRecord, "The record has been deleted.");
+  rowLoaded_ = !askedOnly && prepared_->readRow(key_, row_);
+  if (rowLoaded_ || (askedOnly && prepared_->readAsked(key_, selected_))) return;
+  selected_.clear();
+  throw ProviderError(provider_number::kNoCurrentRecord, "The record has been deleted.");
 }
 
 void RowSet::moveToKey() {
@@ -163,8 +159,7 @@ void RowSet::moveToKey() {
   // Rows that have been deleted meanwhile are passed over.
   while (next_ < keys_.size()) {
     key_ = keys_[next_++];
-    rowLoaded_ = prepared_->readRow(key_, row_);
-    if (rowLoaded_) return;
+    if (prepared_->readAsked(key_, selected_)) return;
   }
   eof_ = true;
 }
@@ -179,6 +174,7 @@ void RowSet::moveNext() {
     eof_ = true;
   } else if (running_) {
     rowLoaded_ = false;
+    selected_.clear();
     running_ = prepared_->step();
     eof_ = !running_;
     if (running_ && isKeyed()) key_ = prepared_->key();
@@ -236,14 +232,11 @@ Value RowSet::current(int at) {
   if (!isKeyed()) {
     return running_ ? prepared_->at(at, at) : rows_[next_][static_cast<std::size_t>(at)];
   }
-  if (rowLoaded_) return row_[static_cast<std::size_t>(at)];
   const int place = prepared_->place(at);
-  if (place >= 0 && running_) return prepared_->at(place, at);
-  if (place >= 0 && static_cast<std::size_t>(place) < selected_.size())
-    return selected_[static_cast<std::size_t>(place)];
-  prepared_->askFor(at);
-  loadRow();
-  return row_[static_cast<std::size_t>(at)];
+  if (place >= 0 && running_ && !rowLoaded_) return prepared_->at(place, at);
+  const bool wasAsked = prepared_->askFor(at);
+  if (!rowLoaded_ && prepared_->askedPlace(at) >= selected_.size()) load(wasAsked);
+  return rowLoaded_ ? row_[static_cast<std::size_t>(at)] : selected_[prepared_->askedPlace(at)];
 }
 
 void RowSet::addNew() {

@@ -53,7 +53,7 @@ class RowSet final : public Recordset {
   const Value* pendingValue(int column) const;
   Value defaultOf(int column) const;
   Value current(int column);
-  void loadRow();
+  void load(bool askedOnly);
   void moveToKey();
   void storeNew();
   void storeChanges();
@@ -69,7 +69,7 @@ class RowSet final : public Recordset {
   bool running_ = false;
   bool eof_ = true;
   std::int64_t key_ = 0;
-  std::vector<Value> selected_;  ///< put aside: what the statement had selected of the current row
+  std::vector<Value> selected_;  ///< of the current row, unless it is `running_`: columns that were asked for
   std::vector<Value> row_;       ///< all columns of the current row, when `rowLoaded_`
   bool rowLoaded_ = false;
   std::vector<std::int64_t> keys_;        ///< keys behind the current row

@@ -145,11 +145,11 @@ std::shared_ptr<Prepared> Session::query(std::string_view text, std::size_t crit
   const std::string_view criterion = text.substr(criterionAt);
   key_.clear();
   literals.clear();
-  sql::appendNormalForm(sql::Tokenizer(query, dialect_), text.data(), key_, literals);
+  sql::Tokenizer(query, dialect_).appendNormalForm(text.data(), key_, literals);
   const auto ofQuery = static_cast<int>(literals.size());
   if (!criterion.empty()) {
     key_.push_back('\n');
-    sql::appendNormalForm(sql::Tokenizer(criterion, dialect_, true), text.data(), key_, literals);
+    sql::Tokenizer(criterion, dialect_, true).appendNormalForm(text.data(), key_, literals);
   }
   const StatementText statementText{text, &literals};
   if (auto found = find(statementText)) return found;
@@ -183,7 +183,7 @@ std::shared_ptr<Prepared> Session::prepareChange(const StatementText& text, cons
 std::int64_t Session::executeOnce(std::string_view sql) {
   key_.clear();
   literals_.clear();
-  sql::appendNormalForm(sql::Tokenizer(sql, dialect_), sql.data(), key_, literals_);
+  sql::Tokenizer(sql, dialect_).appendNormalForm(sql.data(), key_, literals_);
   if (isQuery(key_)) {
     open(sql, CursorKind::kStatic, LockKind::kReadOnly);
     return 0;

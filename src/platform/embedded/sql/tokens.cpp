@@ -8,10 +8,13 @@
 namespace orva::sql {
 namespace {
 
-enum CharClass : std::uint8_t { kOther, kBlank, kLetter, kDigit };
+enum CharClass : std::uint8_t { kOther, kBlank, kSymbol, kLetter, kDigit };
+
+constexpr std::string_view kSymbols = "=<>!(),.+-*/\\%&^;";
 
 constexpr std::array<CharClass, 256> makeClasses() {
   std::array<CharClass, 256> classes{};
+  for (const char symbol : kSymbols) classes[static_cast<unsigned char>(symbol)] = kSymbol;
   for (int c = 0; c < 256; ++c) {
     const auto at = static_cast<std::size_t>(c);
     if (c == ' ' || c == '\t' || c == '\r' || c == '\n') classes[at] = kBlank;
@@ -24,6 +27,32 @@ constexpr std::array<CharClass, 256> makeClasses() {
 constexpr std::array<CharClass, 256> kClasses = makeClasses();
 
 CharClass classOf(char c) { return kClasses[static_cast<unsigned char>(c)]; }
+constexpr std::array<char, 256> makeLower() {
+  std::array<char, 256> lower{};
+  for (int c = 0; c < 256; ++c) {
+    lower[static_cast<std::size_t>(c)] = static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+  }
+  return lower;
+}
+
+constexpr std::array<char, 256> kLower = makeLower();
+
+/// What a character of a word is in lower case; 0 for one that ends the word.
+constexpr std::array<char, 256> makeWordLower() {
+  std::array<char, 256> lower = kLower;
+  for (std::size_t at = 0; at < lower.size(); ++at) {
+    if (kClasses[at] < kLetter && at != '$') lower[at] = 0;
+  }
+  return lower;
+}
+
+constexpr std::array<char, 256> kWordLower = makeWordLower();
+
+/// Writes a text in lower case and returns the place behind it.
+char* writeLower(char* out, std::string_view text) {
+  for (char c : text) *out++ = kLower[static_cast<unsigned char>(c)];
+  return out;
+}
 
 [[noreturn]] void failAt(std::string_view text, std::size_t at) {
   const std::string near(text.substr(at, 20));
@@ -32,8 +61,12 @@ CharClass classOf(char c) { return kClasses[static_cast<unsigned char>(c)]; }
 
 }  // namespace
 
-Token Tokenizer::next() {
+void Tokenizer::skipBlanks() {
   while (at_ < text_.size() && classOf(text_[at_]) == kBlank) ++at_;
+}
+
+Token Tokenizer::next() {
+  skipBlanks();
   if (at_ == text_.size()) return {};
   const char c = text_[at_];
   switch (classOf(c)) {
@@ -54,7 +87,7 @@ Token Tokenizer::next() {
 
 Token Tokenizer::word() {
   const std::size_t start = at_;
-  while (at_ < text_.size() && (classOf(text_[at_]) >= kLetter || text_[at_] == '$')) ++at_;
+  while (at_ < text_.size() && kWordLower[static_cast<unsigned char>(text_[at_])] != 0) ++at_;
   return {TokenKind::kWord, 0, text_.substr(start, at_ - start)};
 }
 
@@ -95,10 +128,9 @@ Token Tokenizer::quoted(TokenKind kind, char close) {
 }
 
 Token Tokenizer::symbol() {
-  constexpr std::string_view kSymbols = "=<>!(),.+-*/\\%&^;";
   const std::size_t start = at_;
   const char c = text_[at_];
-  if (c == 0 || kSymbols.find(c) == std::string_view::npos) failAt(text_, at_);
+  if (classOf(c) != kSymbol) failAt(text_, at_);
   ++at_;
   if (at_ < text_.size()) {
     const char second = text_[at_];
@@ -109,32 +141,42 @@ Token Tokenizer::symbol() {
   return {TokenKind::kSymbol, 0, text_.substr(start, at_ - start)};
 }
 
-namespace {
-
-void appendLower(std::string& key, std::string_view text) {
-  const std::size_t start = key.size();
-  key.resize(start + text.size());
-  char* out = key.data() + start;
-  for (char c : text) *out++ = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+char* Tokenizer::writeWord(char* out) {
+  const char* const end = text_.data() + text_.size();
+  const char* from = text_.data() + at_;
+  for (char lower; from != end && (lower = kWordLower[static_cast<unsigned char>(*from)]) != 0; ++from) *out++ = lower;
+  at_ = static_cast<std::size_t>(from - text_.data());
+  *out++ = ' ';
+  return out;
 }
 
-}  // namespace
-
-void appendNormalForm(Tokenizer tokenizer, const char* base, std::string& key, std::vector<Literal>& literals) {
-  for (Token token = tokenizer.next(); token.kind != TokenKind::kEnd; token = tokenizer.next()) {
+void Tokenizer::appendNormalForm(const char* base, std::string& key, std::vector<Literal>& literals) {
+  const std::size_t start = key.size();
+  // A token is followed by one more character, or stands in brackets that it had before.
+  key.resize(start + 2 * text_.size());
+  char* out = key.data() + start;
+  for (;;) {
+    skipBlanks();
+    if (at_ == text_.size()) break;
+    if (classOf(text_[at_]) == kLetter) {
+      out = writeWord(out);
+      continue;
+    }
+    const Token token = next();
     if (token.isLiteral()) {
       literals.push_back({token.kind, token.quote, static_cast<std::uint32_t>(token.text.data() - base),
                           static_cast<std::uint32_t>(token.text.size())});
-      key.push_back(static_cast<char>(token.kind));
+      *out++ = static_cast<char>(token.kind);
     } else if (token.kind == TokenKind::kQuotedName) {
-      key.push_back('[');
-      appendLower(key, token.text);
-      key.push_back(']');
+      *out++ = '[';
+      out = writeLower(out, token.text);
+      *out++ = ']';
     } else {
-      appendLower(key, token.text);
-      key.push_back(' ');
+      out = writeLower(out, token.text);
+      *out++ = ' ';
     }
   }
+  key.resize(static_cast<std::size_t>(out - key.data()));
 }
 
 std::string unquoted(std::string_view inside, char quote) {

@@ -21,6 +21,14 @@ struct Token {
   bool isLiteral() const { return kind == TokenKind::kText || kind == TokenKind::kNumber || kind == TokenKind::kDate; }
 };
 
+/// A literal that was lifted out of a statement: the place of its inner text.
+struct Literal {
+  TokenKind kind = TokenKind::kText;
+  char quote = 0;
+  std::uint32_t offset = 0;
+  std::uint32_t length = 0;
+};
+
 /// Splits a statement in one pass without allocating. Dates in number signs
 /// belong to Access, and to the criteria of record sets in both dialects.
 /// Throws `ProviderError` (kSyntaxOrExists) on an open quote or a foreign character.
@@ -30,8 +38,13 @@ class Tokenizer {
       : text_(text), access_(dialect == SqlDialect::kAccess), dates_(access_ || isCriterion) {}
 
   Token next();
+  /// Appends the rest of the statement without letter case, spacing and literal values to `key`, and its literals,
+  /// placed relative to `base`, to `literals`. Statements that differ only in their literals have the same form.
+  void appendNormalForm(const char* base, std::string& key, std::vector<Literal>& literals);
 
  private:
+  void skipBlanks();
+  char* writeWord(char* out);
   Token word();
   Token number();
   Token quoted(TokenKind kind, char close);
@@ -42,19 +55,6 @@ class Tokenizer {
   bool access_;
   bool dates_;
 };
-
-/// A literal that was lifted out of a statement: the place of its inner text.
-struct Literal {
-  TokenKind kind = TokenKind::kText;
-  char quote = 0;
-  std::uint32_t offset = 0;
-  std::uint32_t length = 0;
-};
-
-/// Appends the statement's form without letter case, spacing and literal values
-/// to `key`, and its literals, placed relative to `base`, to `literals`.
-/// Statements that differ only in their literals have the same form.
-void appendNormalForm(Tokenizer tokenizer, const char* base, std::string& key, std::vector<Literal>& literals);
 
 /// The inside of a quoted literal with doubled quotes made single.
 std::string unquoted(std::string_view inside, char quote);
