@@ -129,7 +129,7 @@ void FlexGrid::showRow(int row) {
 
 int FlexGrid::findColumn(std::string_view heading) const {
   for (int column = 0; column < columnCount(); ++column) {
-    if (equalsNoCase(text(0, column), heading)) return column;
+    if (equalsNoCase(trim(text(0, column)), trim(heading))) return column;
   }
   return -1;
 }

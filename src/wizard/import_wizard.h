@@ -90,13 +90,15 @@ class ImportWizard : public WizardControls {
   int errorCount() const { return totals_.errors; }
   int warningCount() const { return totals_.warnings; }
   int backdatedCount() const { return totals_.backdated; }
+  /// The user was asked about backdated rows and did not accept them.
+  bool backdatedRefused() const { return totals_.backdated > 0 && !totals_.backdatedAccepted; }
   /// Rows were staged and validated to the end.
   bool isValidated() const { return isValidated_; }
   const Findings& findings() const { return findings_; }
   /// Sum of the quantities when one asset a unit is to be made, else 0.
   std::int64_t unitCount() const { return totals_.units; }
   /// Every coloured cell of `grid1`, row by row.
-  std::vector<CellMark> marks() const { return cellMarks(findings_); }
+  std::vector<CellMark> marks() const { return cellMarks(findings_, backdatedRefused()); }
   /// Messages of a cell, joined as in the grid; empty when it has none.
   std::string findingTextAt(int row, int column) const {
     return orva::findingTextAt(findings_, row, column, traits_.separators);

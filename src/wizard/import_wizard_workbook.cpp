@@ -15,6 +15,9 @@ namespace {
 
 constexpr std::string_view kShowOnlyErrors = "&Show only Errors";
 constexpr std::string_view kShowAll = "&All";
+constexpr std::string_view kBackdatedAccepted =
+    "Indicates Backdated entry. Value will be accepted as backdated entry in ORVA.";
+constexpr std::string_view kBackdatedRefused = "Indicates Backdated entry. But it will not be accepted in ORVA.";
 constexpr std::string_view kTotalsDiffer =
     "The control totals of the company differ from those of the workbook. The rows stay posted.";
 constexpr std::string_view kTotalsUnknown =
@@ -109,6 +112,7 @@ void ImportWizard::resetResults() {
   lblTotalRec.setCaption("Total Records             :  0");
   lblTotalErr.setCaption("Total Records with Errors :  0");
   lblErrormsg.setCaption({});
+  lblControlTotals.setCaption({});
   CmdSelErrors.setCaption(kShowOnlyErrors);
   grid1.clear();
   flxSave.clear();
@@ -158,7 +162,10 @@ void ImportWizard::summarise() {
   totals_.units = units;
   const std::int64_t records = selection_.multipleAssetIds ? units : totals_.records;
   if (controlPlan()) workbookTotals_ = workbookTotals(*controlPlan(), grid1, records);
-  if (totals_.backdated > 0 && !totals_.backdatedAccepted) markRefusedRows(findings_, grid1);
+  if (backdatedRefused()) {
+    markRefusedRows(findings_, grid1);
+    lblBlueMsg.setCaption(kBackdatedRefused);
+  }
   isValidated_ = true;
   showTotals();
   applyEnabling();
@@ -171,6 +178,8 @@ void ImportWizard::showTotals() {
   lblStatus.setCaption("Total Records with Warnings : " + std::to_string(totals_.warnings));
   lblCurrentStatus.setCaption(selection_.multipleAssetIds ? "Assets to be created : " + std::to_string(totals_.units)
                                                           : std::string());
+  const std::vector<std::string> lines = controlLines();
+  lblControlTotals.setCaption(lines.empty() ? std::string() : lines.front());
 }
 
 void ImportWizard::showLegend() {
@@ -180,9 +189,7 @@ void ImportWizard::showLegend() {
   lblYellow.setVisible(hasWarnings);
   lblMsgYellow.setVisible(hasWarnings);
   const bool hasBackdated = findings_.has(FindingClass::kBackdated);
-  lblBlueMsg.setCaption(selection_.backdated
-                            ? "Indicates Backdated entry. Value will be accepted as backdated entry in ORVA."
-                            : "Indicates Backdated entry. But it will not be accepted in ORVA.");
+  lblBlueMsg.setCaption(selection_.backdated ? kBackdatedAccepted : kBackdatedRefused);
   lblBlueColor.setVisible(hasBackdated);
   lblBlueMsg.setVisible(hasBackdated);
 }

@@ -60,10 +60,12 @@ void writeReport(FlexGrid& grid, int row, int firstColumn, const RowReport& repo
 
 }  // namespace
 
-std::vector<CellMark> cellMarks(const Findings& findings) {
+std::vector<CellMark> cellMarks(const Findings& findings, bool backdatedRefused) {
   std::vector<CellMark> marks;
   for (const Finding& finding : findings.all()) {
-    if (finding.column >= 0) marks.push_back({finding.row, finding.column, finding.findingClass});
+    const bool isRefused = backdatedRefused && finding.findingClass == FindingClass::kBackdated;
+    const FindingClass shown = isRefused ? FindingClass::kError : finding.findingClass;
+    if (finding.column >= 0) marks.push_back({finding.row, finding.column, shown});
   }
   std::stable_sort(marks.begin(), marks.end(), [](const CellMark& a, const CellMark& b) {
     if (a.row != b.row) return a.row < b.row;
@@ -108,7 +110,9 @@ void markRefusedRows(const Findings& findings, FlexGrid& grid) {
   const UpdateBatch batch(grid);
   const int errorColumn = grid.findColumn(kErrorHeading);
   for (const Finding& finding : findings.all()) {
-    if (finding.findingClass == FindingClass::kBackdated) grid.setText(finding.row, errorColumn, kErrorMark);
+    if (finding.findingClass != FindingClass::kBackdated) continue;
+    grid.setText(finding.row, errorColumn, kErrorMark);
+    grid.setCellColour(finding.row, finding.column, colourOf(FindingClass::kError));
   }
 }
 

@@ -34,8 +34,8 @@ struct RunTotals {
 };
 
 /// The coloured cells in ascending order of row and column. A backdated date keeps its colour
-/// whatever else is wrong with it; an error outweighs a warning.
-std::vector<CellMark> cellMarks(const Findings& findings);
+/// whatever else is wrong with it; an error outweighs a warning. Backdated dates that were refused are errors.
+std::vector<CellMark> cellMarks(const Findings& findings, bool backdatedRefused = false);
 Colour colourOf(FindingClass findingClass);
 
 /// What stands between the findings of one row.
@@ -48,7 +48,8 @@ struct FindingSeparators {
 /// the messages of every row, and colours the cells. The window is told once.
 void showFindings(const Findings& findings, FlexGrid& grid, const FindingSeparators& separators = {});
 
-/// Puts "E" on the rows whose backdated entries were refused, so that the filter and the error file show them.
+/// Puts "E" on the rows whose backdated entries were refused, so that the filter and the error file show them, and the
+/// colour of errors on their dates.
 void markRefusedRows(const Findings& findings, FlexGrid& grid);
 
 /// Messages of one cell in the order in which they were found.

@@ -11,7 +11,8 @@
 namespace orva {
 namespace {
 
-enum class Normalising { kNone, kAmount, kQuantity };
+/// An amount with a rule of its own for more than two decimals keeps them, so that the rule can report it.
+enum class Normalising { kNone, kAmount, kCheckedAmount, kQuantity };
 
 struct StagedColumn {
   int source = 0;
@@ -20,16 +21,19 @@ struct StagedColumn {
 };
 
 Normalising normalisingOf(std::string_view excelName) {
-  constexpr std::string_view kAmounts[] = {"COST", "ACCDEP", "ACCDEP1", "ACCDEP2", "SALVAGEVALUE"};
-  if (equalsNoCase(excelName, "QTY")) return Normalising::kQuantity;
-  const bool isAmount = std::any_of(std::begin(kAmounts), std::end(kAmounts),
-                                    [&](std::string_view name) { return equalsNoCase(excelName, name); });
-  return isAmount ? Normalising::kAmount : Normalising::kNone;
+  constexpr std::pair<std::string_view, Normalising> kColumns[] = {
+      {"QTY", Normalising::kQuantity},   {"COST", Normalising::kCheckedAmount}, {"ACCDEP", Normalising::kCheckedAmount},
+      {"ACCDEP1", Normalising::kAmount}, {"ACCDEP2", Normalising::kAmount},     {"SALVAGEVALUE", Normalising::kAmount}};
+  for (const auto& [name, normalising] : kColumns) {
+    if (equalsNoCase(excelName, name)) return normalising;
+  }
+  return Normalising::kNone;
 }
 
 std::string normalised(Normalising normalising, const std::string& text) {
   if (normalising == Normalising::kQuantity) return text.substr(0, text.find('.'));
-  const bool isFormatted = normalising == Normalising::kAmount && !hasMoreThanTwoDecimals(trim(text));
+  const bool isFormatted = normalising == Normalising::kAmount ||
+                           (normalising == Normalising::kCheckedAmount && !hasMoreThanTwoDecimals(trim(text)));
   return isFormatted ? formatTwoDecimals(text) : text;
 }
 
@@ -37,7 +41,8 @@ std::string normalised(Normalising normalising, const std::string& text) {
 std::vector<StagedColumn> stagedColumns(const StagingOrder& order, const std::vector<std::string>& header) {
   std::vector<StagedColumn> columns;
   for (const FieldRow& field : order.catalogue) {
-    const int source = field.ticked ? headerColumn(header, field.excelName) : -1;
+    const bool isStaged = field.ticked && findField(order.catalogue, field.excelName) == &field;
+    const int source = isStaged ? headerColumn(header, field.excelName) : -1;
     if (source >= 0) columns.push_back({source, field.excelName, normalisingOf(trim(field.excelName))});
   }
   for (const std::string_view heading : order.sheetColumns) {

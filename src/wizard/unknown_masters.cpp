@@ -33,11 +33,9 @@ struct Named {
   std::vector<int> columns;
 };
 
-/// The line of a miscellaneous master is labelled like its column, by the company.
 bool isMiscellaneous(std::string_view heading, const Catalogue& catalogue) {
   const FieldRow* field = findField(catalogue, heading);
-  return field && field->requirement == Requirement::kOptional && field->type == "Text" && field->size == "255" &&
-         equalsNoCase(trim(field->label), heading);
+  return field && field->isMiscellaneous;
 }
 
 /// Nothing for a column of no master, and for the lower levels of a location, which its first one brings along.

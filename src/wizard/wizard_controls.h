@@ -64,6 +64,8 @@ struct WizardControls {
   Label lblStatus{"lblStatus"};
   Label lblCurrentStatus{"lblCurrentStatus"};
   Label lblMsg2{"lblMsg2"};
+  /// What the workbook adds up to.
+  Label lblControlTotals{"lblControlTotals"};
   /// Message of the cell under the mouse.
   Label lblErrormsg{"lblErrormsg"};
   /// Masters that posting would make; both are hidden while there are none.

@@ -33,7 +33,7 @@ TEST(Results, ShowFindingsInThreeColumnsAndColours) {
   EXPECT_EQ(grid.cellColour(2, 0), colours::kPink);
   EXPECT_EQ(grid.cellColour(2, 5), colours::kPink);
   EXPECT_EQ(grid.cellColour(3, 5), colours::kLightYellow);
-  EXPECT_EQ(grid.cellColour(4, 5), wizard.screen.lblBlueColor.backColour());
+  EXPECT_EQ(grid.cellColour(4, 5), colours::kPink) << "a backdated entry that was refused";
   EXPECT_EQ(wizard.screen.marks().size(), 4u);
 
   wizard.screen.grid1_MouseMove(2, 5);
@@ -98,6 +98,11 @@ TEST(Summary, AsksInOrderAndDecidesWhatMayFollow) {
                   (wizard.screen.CmdSelErrors.enabled() ? "f" : "") + (wizard.fakes.shell.opened.empty() ? "" : "o"),
               test.follows)
         << test.what;
+    const bool isRefused = test.backdatedTicked && test.answers[0] == 'n';
+    for (const CellMark& mark : wizard.screen.marks()) {
+      EXPECT_FALSE(isRefused && mark.findingClass == FindingClass::kBackdated) << test.what;
+      EXPECT_EQ(wizard.screen.grid1.cellColour(mark.row, mark.column), colourOf(mark.findingClass)) << test.what;
+    }
     wizard.screen.cmdNext_Click(WizardPage::kResults);
     EXPECT_EQ(wizard.screen.page(), goesOn ? WizardPage::kFinish : WizardPage::kResults) << test.what;
   }

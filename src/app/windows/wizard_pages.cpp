@@ -96,6 +96,10 @@ QWidget* WizardPages::results() const {
   column->addWidget(grid, 1);
   column->addWidget(message);
   column->addLayout(below);
+  auto* controlTotals = new QLabel;
+  controlTotals->setWordWrap(true);
+  column->addWidget(controlTotals);
+  bind(refresh, screen.lblControlTotals, controlTotals);
   bind(refresh, screen.grid1, grid,
        {.pointed = [&form = screen](int row, int cell) { form.grid1_MouseMove(row, cell); },
         .cellToolTip = [&form = screen](int row, int cell) { return form.findingTextAt(row, cell); },

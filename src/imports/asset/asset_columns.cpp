@@ -14,8 +14,7 @@ std::vector<MiscellaneousColumn> miscellaneousColumns(const ImportRun& run) {
     masters->moveNext();
     const FieldRow* field = findField(run.catalogue, heading);
     // A master that bears the name of a fixed column does not take that column away.
-    const bool isMaster = field && equalsNoCase(trim(field->label), trim(heading));
-    const int column = isMaster ? run.grid.findColumn(trim(heading)) : -1;
+    const int column = field && field->isMiscellaneous ? run.grid.findColumn(heading) : -1;
     if (column >= 0) columns.push_back({column, name});
   }
   return columns;

@@ -50,7 +50,8 @@ class RedoLog {
   static std::uint64_t checksumOf(PageNumber page, const Page& bytes);
   /// Collects one record. First, what pages of the database are changed for the first time since it holds them;
   void addBase(PageNumber page, std::uint64_t checksum);
-  /// then the bytes of `after` that differ from `before`, a part of a page that begins and ends at multiples of `kUnit`.
+  /// then the bytes of `after` that differ from `before`, a part of a page that begins and ends at multiples of
+  /// `kUnit`.
   void addChange(PageNumber page, std::size_t offset, ByteView before, ByteView after);
   /// Appends the collected record to the side file.
   void commit(PageNumber pageCount);

@@ -69,19 +69,13 @@ bool AccessStore::refreshCatalogue() {
   return true;
 }
 
-std::optional<std::int64_t> AccessStore::addRow(const TableDef& table, const std::vector<const Value*>& values) {
-  const AccessTable* const shown = find(table);
-  if (!shown || !shown->isCurrent || shown->positions.size() != values.size()) return std::nullopt;
-  access::Table& target = *shown->table;
+/// One statement or record: everything or nothing.
+template <typename Action>
+auto AccessStore::changeData(Action action) {
   try {
-    access::Row row = target.emptyRow();
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      const std::size_t at = shown->positions[i];
-      row[at] = cellOf(target.definition().columns[at], scalarOf(*values[i]));
-    }
-    const access::RowId key = target.insert(std::move(row));
+    auto result = action();
     tables_.file->commit();
-    return key;
+    return result;
   } catch (const ProviderError&) {
     tables_.file->rollback();
     throw;
@@ -89,6 +83,46 @@ std::optional<std::int64_t> AccessStore::addRow(const TableDef& table, const std
     tables_.file->rollback();
     throw ProviderError(provider_number::kUnspecified, error.what());
   }
+}
+
+std::optional<std::int64_t> AccessStore::addRow(const TableDef& table, const std::vector<const Value*>& values) {
+  const AccessTable* const shown = find(table);
+  if (!shown || !shown->isCurrent || shown->positions.size() != values.size()) return std::nullopt;
+  return changeData([&]() -> std::optional<std::int64_t> {
+    access::Table& target = *shown->table;
+    access::Row row = target.emptyRow();
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      const std::size_t at = shown->positions[i];
+      row[at] = cellOf(target.definition().columns[at], scalarOf(*values[i]));
+    }
+    return target.insert(std::move(row));
+  });
+}
+
+bool AccessStore::canChangeRows(const TableDef& table) const {
+  const AccessTable* const shown = find(table);
+  return shown && shown->isCurrent;
+}
+
+std::int64_t AccessStore::changeRows(const TableDef& table, std::span<const int> columns, std::span<const Value> values,
+                                     std::span<const std::int64_t> keys) {
+  const AccessTable& shown = *find(table);
+  return changeData([&] {
+    access::Table& target = *shown.table;
+    std::vector<access::Change> changes;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const std::size_t at = shown.positions[static_cast<std::size_t>(columns[i])];
+      changes.push_back({at, cellOf(target.definition().columns[at], scalarOf(values[i]))});
+    }
+    std::int64_t changed = 0;
+    for (const std::int64_t key : keys) {
+      const auto row = static_cast<access::RowId>(key);
+      if (!target.rows().exists(row)) continue;
+      target.update(row, changes);
+      ++changed;
+    }
+    return changed;
+  });
 }
 
 std::int64_t AccessStore::runChange(sqlite3_stmt* change) {
@@ -113,7 +147,7 @@ std::int64_t AccessStore::runChange(sqlite3_stmt* change) {
 
 /// One definition: everything or nothing.
 template <typename Action>
-void AccessStore::change(const std::string& table, Action action) {
+void AccessStore::changeDefinition(const std::string& table, Action action) {
   access::SchemaChange schema(tables_.file->database());
   try {
     action(schema);
@@ -129,7 +163,7 @@ void AccessStore::change(const std::string& table, Action action) {
 }
 
 void AccessStore::createTable(const TableDef& table) {
-  change(table.name, [&table](access::SchemaChange& schema) {
+  changeDefinition(table.name, [&table](access::SchemaChange& schema) {
     std::vector<access::NewColumn> columns;
     for (const ColumnDef& column : table.columns) columns.push_back(newColumnOf(column));
     schema.createTable(table.name, columns);
@@ -138,11 +172,11 @@ void AccessStore::createTable(const TableDef& table) {
 }
 
 void AccessStore::dropTable(const TableDef& table) {
-  change(table.name, [&table](access::SchemaChange& schema) { schema.dropTable(table.name); });
+  changeDefinition(table.name, [&table](access::SchemaChange& schema) { schema.dropTable(table.name); });
 }
 
 void AccessStore::addColumns(const TableDef& table, const std::vector<ColumnDef>& columns) {
-  change(table.name, [&](access::SchemaChange& schema) {
+  changeDefinition(table.name, [&](access::SchemaChange& schema) {
     for (const ColumnDef& column : columns) schema.addColumn(table.name, newColumnOf(column));
   });
 }
@@ -163,18 +197,19 @@ void AccessStore::applyRules(const TableDef& table, const ColumnDef& column) {
 }
 
 void AccessStore::alterColumn(const TableDef& table, std::size_t column, const ColumnDef& changed) {
-  change(table.name, [&](access::SchemaChange& schema) {
+  changeDefinition(table.name, [&](access::SchemaChange& schema) {
     schema.alterColumn(table.name, table.columns[column].name, newColumnOf(changed));
     applyRules(table, changed);
   });
 }
 
 void AccessStore::dropColumn(const TableDef& table, std::size_t column) {
-  change(table.name, [&](access::SchemaChange& schema) { schema.dropColumn(table.name, table.columns[column].name); });
+  changeDefinition(table.name,
+                   [&](access::SchemaChange& schema) { schema.dropColumn(table.name, table.columns[column].name); });
 }
 
 void AccessStore::createIndex(const TableDef& table, const IndexDef& index) {
-  change(table.name, [&](access::SchemaChange& schema) {
+  changeDefinition(table.name, [&](access::SchemaChange& schema) {
     try {
       schema.createIndex(table.name, newIndexOf(index));
     } catch (const access::AccessFileError& error) {
@@ -185,7 +220,7 @@ void AccessStore::createIndex(const TableDef& table, const IndexDef& index) {
 }
 
 void AccessStore::dropIndex(const TableDef& table, const IndexDef& index) {
-  change(table.name, [&](access::SchemaChange& schema) { schema.dropIndex(table.name, index.name); });
+  changeDefinition(table.name, [&](access::SchemaChange& schema) { schema.dropIndex(table.name, index.name); });
 }
 
 AccessTable* AccessStore::find(const TableDef& table) const {

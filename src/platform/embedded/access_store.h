@@ -26,6 +26,9 @@ class AccessStore final : public Store {
   sqlite3* handle() override { return database_.get(); }
   void beginReading() override {}
   std::optional<std::int64_t> addRow(const TableDef& table, const std::vector<const Value*>& values) override;
+  bool canChangeRows(const TableDef& table) const override;
+  std::int64_t changeRows(const TableDef& table, std::span<const int> columns, std::span<const Value> values,
+                          std::span<const std::int64_t> keys) override;
   std::int64_t runChange(sqlite3_stmt* change) override;
   std::shared_ptr<const Catalogue> catalogue() const override { return catalogue_; }
   bool refreshCatalogue() override;
@@ -42,7 +45,9 @@ class AccessStore final : public Store {
 
  private:
   template <typename Action>
-  void change(const std::string& table, Action action);
+  void changeDefinition(const std::string& table, Action action);
+  template <typename Action>
+  auto changeData(Action action);
   void show();
   AccessTable* find(const TableDef& table) const;
   void applyRules(const TableDef& table, const ColumnDef& column);

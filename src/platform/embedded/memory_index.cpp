@@ -90,8 +90,13 @@ void MemoryIndex::Cursor::previous() {
 
 void MemoryIndex::insert(std::string_view entry) {
   if (blocks_.empty()) blocks_.push_back(std::make_unique<Block>());
-  std::size_t at = blocks_[0]->size() == 0 ? 0 : std::min(blockOf(entry), blocks_.size() - 1);
-  std::size_t place = blocks_[at]->lowerBound(entry);
+  std::size_t at = blocks_.size() - 1;
+  std::size_t place = blocks_[at]->size();
+  // Most tables are read in the order of some key.
+  if (place > 0 && blocks_[at]->entry(place - 1) >= entry) {
+    at = blockOf(entry);
+    place = blocks_[at]->lowerBound(entry);
+  }
   if (place < blocks_[at]->size() && blocks_[at]->entry(place) == entry) return;
   if (blocks_[at]->size() > 0 && blocks_[at]->bytes.size() + entry.size() > kFullBlock) makeRoom(at, place);
   blocks_[at]->insert(place, entry);

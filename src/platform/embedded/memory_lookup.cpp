@@ -60,6 +60,11 @@ bool MemoryLookup::uses(const std::vector<access::Change>& changes) const {
 std::string MemoryLookup::entryFor(const access::Table& table, access::RowId row) {
   std::string entry;
   for (const LookupPart& part : parts_) {
+    const auto plain = part.expression.empty() ? table.rows().plainText(row, part.column) : std::nullopt;
+    if (plain) {
+      appendTextSortKey(entry, *plain);
+      continue;
+    }
     const Scalar cell = scalarOf(table.rows().cell(row, part.column));
     const std::string& name = table.definition().columns[part.column].name;
     appendSortKey(entry, evaluator_.value(part, name, cell));

@@ -124,7 +124,36 @@ void Prepared::bindLiteral(sqlite3_stmt* statement, int at, const sql::Binding& 
     if (!std::memchr(inside.data(), literal.quote, inside.size())) return bindText(statement, at, inside, true);
     return bindText(statement, at, sql::unquoted(inside, literal.quote));
   }
-  bindValue(statement, at, literalValue(binding, literal, inside, dialect_));
+  bindValue(statement, at, valueOf(binding, text));
+}
+
+Value Prepared::valueOf(const sql::Binding& binding, const StatementText& text) const {
+  const sql::Literal& literal = (*text.literals)[static_cast<std::size_t>(binding.literal)];
+  return literalValue(binding, literal, text.inside(binding.literal), dialect_);
+}
+
+std::vector<Value> Prepared::assignedValues(const StatementText& text) const {
+  std::vector<Value> values;
+  for (std::size_t i = 0; i < translation_.assigned.size(); ++i) {
+    values.push_back(valueOf(translation_.bindings[i], text));
+  }
+  return values;
+}
+
+std::vector<std::int64_t> Prepared::keysToChange(const StatementText& text) {
+  if (!keysToChange_) keysToChange_ = prepare(database_, std::string("SELECT ") + sql::kRowKey + translation_.tail);
+  int at = static_cast<int>(translation_.assigned.size());
+  for (std::size_t i = translation_.assigned.size(); i < translation_.bindings.size(); ++i) {
+    bindLiteral(keysToChange_.get(), ++at, translation_.bindings[i], text);
+  }
+  std::vector<std::int64_t> keys;
+  int code = sqlite3_step(keysToChange_.get());
+  for (; code == SQLITE_ROW; code = sqlite3_step(keysToChange_.get())) {
+    keys.push_back(sqlite3_column_int64(keysToChange_.get(), 0));
+  }
+  sqlite3_reset(keysToChange_.get());
+  if (code != SQLITE_DONE) throwEngineError(database_, code);
+  return keys;
 }
 
 void Prepared::bindAll(sqlite3_stmt* statement, const StatementText& text) const {

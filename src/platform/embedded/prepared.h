@@ -58,6 +58,9 @@ class Prepared {
   void reset() { sqlite3_reset(statement_.get()); }
   /// The change with its literals bound, to be run while the text is there.
   sqlite3_stmt* change(const StatementText& text);
+  /// Of a change with `assigned` columns: their values, and the keys of the rows.
+  std::vector<Value> assignedValues(const StatementText& text) const;
+  std::vector<std::int64_t> keysToChange(const StatementText& text);
   std::int64_t count(const StatementText& text);
   /// True when the statement was prepared again since the last call, as it is
   /// when anyone has changed the layout.
@@ -72,7 +75,9 @@ class Prepared {
   /// Selects a column from the next run on; true when it had been asked for before.
   bool askFor(int column);
   /// Place among the columns asked for so far, of which it must be one.
-  std::size_t askedPlace(int column) const { return static_cast<std::size_t>(places_[static_cast<std::size_t>(column)]); }
+  std::size_t askedPlace(int column) const {
+    return static_cast<std::size_t>(places_[static_cast<std::size_t>(column)]);
+  }
 
   sqlite3_stmt* insertRow();
   /// An update of these columns of the row with a key, the last parameter.
@@ -89,6 +94,7 @@ class Prepared {
 
  private:
   void bindAll(sqlite3_stmt* statement, const StatementText& text) const;
+  Value valueOf(const sql::Binding& binding, const StatementText& text) const;
   void bindLiteral(sqlite3_stmt* statement, int at, const sql::Binding& binding, const StatementText& text) const;
   void prepareQuery();
   /// The key, then some columns of the result.
@@ -108,6 +114,7 @@ class Prepared {
   NameIndex names_;
   StatementHandle statement_;
   StatementHandle count_;
+  StatementHandle keysToChange_;
   StatementHandle insert_;
   RowReader rowReader_;
   RowReader askedReader_;

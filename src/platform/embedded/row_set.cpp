@@ -299,15 +299,27 @@ void RowSet::storeNew() {
 }
 
 void RowSet::storeChanges() {
-  session_->beforeChange(*prepared_->translation().table, this);
+  const TableDef& table = *prepared_->translation().table;
+  session_->beforeChange(table, this);
   std::sort(pending_.begin(), pending_.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<int> columns;
+  std::vector<Value> values;
   for (const auto& [place, value] : pending_) {
     if (value.isNull() && definition(place).required) {
       convertForColumn(definition(place), value, DateOrder::kDayMonthYear);
     }
     columns.push_back(prepared_->translation().columnOf[static_cast<std::size_t>(place)]);
+    values.push_back(value);
   }
+  const auto changed = session_->changeRow(table, columns, values, key_);
+  if ((changed ? *changed : updateBySql(columns)) == 0) {
+    throw ProviderError(provider_number::kNoCurrentRecord, "The record has been deleted.");
+  }
+  rowLoaded_ = false;
+  selected_.clear();
+}
+
+std::int64_t RowSet::updateBySql(const std::vector<int>& columns) {
   if (!updateRow_ || columns != updateColumns_) {
     updateRow_ = prepared_->updateRow(columns);
     updateColumns_ = columns;
@@ -315,11 +327,7 @@ void RowSet::storeChanges() {
   int at = 0;
   for (const auto& change : pending_) bindValue(updateRow_.get(), ++at, change.second, true);
   sqlite3_bind_int64(updateRow_.get(), ++at, key_);
-  if (session_->runChange(updateRow_.get()) == 0) {
-    throw ProviderError(provider_number::kNoCurrentRecord, "The record has been deleted.");
-  }
-  rowLoaded_ = false;
-  selected_.clear();
+  return session_->runChange(updateRow_.get());
 }
 
 void RowSet::cancel() {

@@ -57,6 +57,7 @@ class RowSet final : public Recordset {
   void moveToKey();
   void storeNew();
   void storeChanges();
+  std::int64_t updateBySql(const std::vector<int>& columns);
   [[noreturn]] static void failNoRow();
 
   Session* session_;

@@ -70,11 +70,27 @@ void appendWhole(std::string& key, std::int64_t whole) {
   appendNumber(key, number, rest);
 }
 
+/// A text of ordinary ASCII characters, closed; false, with nothing appended, for others.
+bool appendPlainText(std::string& key, std::string_view text) {
+  const std::size_t start = key.size();
+  key.resize(start + text.size() + 1);
+  char* out = key.data() + start;
+  bool isPlain = true;
+  for (const char c : text) {
+    isPlain = isPlain && static_cast<signed char>(c) > '\x01';
+    *out++ = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+  }
+  *out = '\0';
+  if (!isPlain) key.resize(start);
+  return isPlain;
+}
+
 /// The byte FF is no text: it ends a range of texts with one beginning and stays as it is.
-void appendText(std::string& key, const std::string& text) {
+void appendText(std::string& key, std::string_view text) {
   key.push_back(kTextMark);
+  if (appendPlainText(key, text)) return;
   const bool endsRange = text.ends_with('\xFF');
-  const std::string upper = toUpper(std::string_view(text).substr(0, text.size() - (endsRange ? 1 : 0)));
+  const std::string upper = toUpper(text.substr(0, text.size() - (endsRange ? 1 : 0)));
   for (const char c : upper) {
     if (c == '\0' || c == '\x01') key.push_back('\x01');
     key.push_back(c == '\0' ? '\x01' : c == '\x01' ? '\x02' : c);
@@ -164,5 +180,7 @@ void appendSortKey(std::string& key, const Scalar& scalar) {
   if (const auto* text = std::get_if<std::string>(&scalar)) return appendText(key, *text);
   key.push_back(kNullMark);
 }
+
+void appendTextSortKey(std::string& key, std::string_view text) { appendText(key, text); }
 
 }  // namespace orva::embedded

@@ -33,6 +33,7 @@ void giveResult(sqlite3_context* context, const Scalar& scalar);
 /// Appends the sort key of a value: keys compare byte by byte as SQLite compares
 /// the values with text in the collation of the desktop database.
 void appendSortKey(std::string& key, const Scalar& scalar);
+void appendTextSortKey(std::string& key, std::string_view text);
 /// The first byte of the keys of values that are not null.
 inline constexpr char kNumberMark = '\x10';
 

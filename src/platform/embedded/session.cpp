@@ -58,6 +58,23 @@ std::int64_t Session::runChange(sqlite3_stmt* change) {
   return store_->runChange(change);
 }
 
+std::optional<std::int64_t> Session::changeRow(const TableDef& table, std::span<const int> columns,
+                                               std::span<const Value> values, std::int64_t key) {
+  if (!store_->canChangeRows(table)) return std::nullopt;
+  takeOver(nullptr);
+  return store_->changeRows(table, columns, values, std::span(&key, 1));
+}
+
+/// Where the values are all known, a store may change the rows itself.
+std::int64_t Session::runPrepared(Prepared& prepared, const StatementText& text) {
+  const sql::Translation& translation = prepared.translation();
+  if (translation.assigned.empty() || !store_->canChangeRows(*translation.table)) {
+    return runChange(prepared.change(text));
+  }
+  const std::vector<Value> values = prepared.assignedValues(text);
+  return store_->changeRows(*translation.table, translation.assigned, values, prepared.keysToChange(text));
+}
+
 std::int64_t Session::addRow(Prepared& query, const std::vector<const Value*>& values) {
   takeOver(nullptr);
   if (const auto key = store_->addRow(*query.translation().table, values)) return *key;
@@ -203,7 +220,7 @@ std::int64_t Session::executeOnce(std::string_view sql) {
     prepared = prepareChange(text, statement);
   }
   if (!key_.starts_with("insert ")) beforeChange(*prepared->translation().table, nullptr);
-  const std::int64_t rows = runChange(prepared->change(text));
+  const std::int64_t rows = runPrepared(*prepared, text);
   if (prepared->wasPreparedAnew()) noticeLayoutChange();
   return rows;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -41,6 +43,9 @@ class Session final : public Connection {
   void beginReading();
   /// Runs one change of rows; the number of rows.
   std::int64_t runChange(sqlite3_stmt* change);
+  /// Changes columns of one row; the number of rows, or nothing when that takes SQL.
+  std::optional<std::int64_t> changeRow(const TableDef& table, std::span<const int> columns,
+                                        std::span<const Value> values, std::int64_t key);
   /// Adds a row to the table of a query, one value a column; its key.
   std::int64_t addRow(Prepared& query, const std::vector<const Value*>& values);
   /// Before rows of a table change: other record sets keep what they stand on.
@@ -60,6 +65,7 @@ class Session final : public Connection {
   std::shared_ptr<Prepared> remember(const StatementText& text, sql::Translation translation);
   std::shared_ptr<Prepared> prepareChange(const StatementText& text, const sql::Statement& statement);
   std::int64_t executeOnce(std::string_view sql);
+  std::int64_t runPrepared(Prepared& prepared, const StatementText& text);
   void ensureLookups(sql::Translation& translation);
   void forgetStatements();
 

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,14 @@ class Store {
   /// Throws, with nothing changed. A store that adds rows by SQL alone returns nothing.
   virtual std::optional<std::int64_t> addRow(const TableDef&, const std::vector<const Value*>& /*values*/) {
     return std::nullopt;
+  }
+  /// True when `changeRows` can change rows of the table.
+  virtual bool canChangeRows(const TableDef&) const { return false; }
+  /// Gives columns of the rows with these keys other values without SQL; `values` are one a column, checked and in the
+  /// forms of the columns. Throws, with nothing changed. The number of rows; a row that is not there any more is none.
+  virtual std::int64_t changeRows(const TableDef& /*table*/, std::span<const int> /*columns*/,
+                                  std::span<const Value> /*values*/, std::span<const std::int64_t> /*keys*/) {
+    return 0;
   }
   /// Runs one prepared change of rows on `handle()` and resets it; no other
   /// statement may be under way. Throws, with nothing changed. The number of rows.

@@ -20,10 +20,13 @@ std::string_view requirementText(Requirement requirement) {
 int maximumLength(const FieldRow& field) { return field.type == "Text" ? static_cast<int>(val(field.size)) : 0; }
 
 const FieldRow* findField(const Catalogue& catalogue, std::string_view excelName) {
+  const FieldRow* first = nullptr;
   for (const FieldRow& field : catalogue) {
-    if (equalsNoCase(trim(field.excelName), trim(excelName))) return &field;
+    if (!equalsNoCase(trim(field.excelName), trim(excelName))) continue;
+    if (field.ticked) return &field;
+    if (!first) first = &field;
   }
-  return nullptr;
+  return first;
 }
 
 }  // namespace orva

@@ -24,6 +24,8 @@ struct FieldRow {
   bool ticked = false;
   /// Number of the value column that holds a user-defined field; 0 of the asset that has the fields; else empty.
   std::string position;
+  /// Stands for a miscellaneous master, which the company names as it likes.
+  bool isMiscellaneous = false;
 
   bool operator==(const FieldRow&) const = default;
 };
@@ -33,8 +35,9 @@ using Catalogue = std::vector<FieldRow>;
 /// Largest number of characters that a line allows; nothing checked when 0.
 int maximumLength(const FieldRow& field);
 
-/// The line of an Excel name (compared trimmed, without regard to case);
-/// null when the catalogue has none.
+/// The line of an Excel name (compared trimmed, without regard to case); null when the catalogue has none. A
+/// miscellaneous master may bear the name of a fixed column: of several lines the first one that is ticked, else the
+/// first.
 const FieldRow* findField(const Catalogue& catalogue, std::string_view excelName);
 
 }  // namespace orva

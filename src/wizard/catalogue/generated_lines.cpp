@@ -64,7 +64,8 @@ Catalogue miscellaneousMasterLines(Connection& connection) {
   for (; !masters->eof(); masters->moveNext()) {
     const std::string name = nullToText(masters->get("MName"));
     if (trim(name).empty()) continue;
-    lines.push_back({.label = name, .excelName = name, .type = "Text", .size = "255", .position = {}});
+    lines.push_back(
+        {.label = name, .excelName = name, .type = "Text", .size = "255", .position = {}, .isMiscellaneous = true});
   }
   return lines;
 }

@@ -80,16 +80,17 @@ std::map<std::string_view, bool> findGaps(const CompanyContext& company, std::st
     if (cleanUp.table != table || !applies(company, cleanUp)) continue;
     if (std::find(columns.begin(), columns.end(), cleanUp.column) != columns.end()) continue;
     columns.push_back(cleanUp.column);
-    query += query.empty() ? "Select max(" : ", max(";
+    query += query.empty() ? "Select min(" : ", min(";
     query += company.isSqlServer ? "case when " : "iif(";
-    query.append(cleanUp.column).append(" is null or ").append(cleanUp.column).append(" = ''");
+    // Neither a null nor an empty text is greater, and the column is read once.
+    query.append(cleanUp.column).append(" > ''");
     query += company.isSqlServer ? " then 1 else 0 end)" : ", 1, 0))";
-    query.append(" as gap").append(std::to_string(columns.size()));
+    query.append(" as filled").append(std::to_string(columns.size()));
   }
   const auto rows = company.connection->open(query + " from " + std::string(table));
   std::map<std::string_view, bool> gaps;
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    gaps[columns[i]] = !rows->eof() && rows->get("gap" + std::to_string(i + 1)).toText() == "1";
+    gaps[columns[i]] = !rows->eof() && rows->get("filled" + std::to_string(i + 1)).toText() == "0";
   }
   return gaps;
 }

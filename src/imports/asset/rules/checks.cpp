@@ -20,10 +20,9 @@ std::optional<Currency> amountIn(const Cell& cell) { return orva::amountIn(cell.
 
 bool isNotNumeric(AssetRow&, const Cell& cell, const AssetRule&) { return !cell.isBlank() && !amountIn(cell); }
 
-bool isNegative(AssetRow&, const Cell& cell, const AssetRule&) {
-  const auto amount = amountIn(cell);
-  return amount && *amount < Currency();
-}
+double numberIn(const Cell& cell) { return val(trim(cell.value)); }
+
+bool isNegative(AssetRow&, const Cell& cell, const AssetRule&) { return amountIn(cell) && numberIn(cell) < 0; }
 
 bool isMoreThanCost(AssetRow& row, const Cell& cell, const AssetRule&) {
   const auto amount = amountIn(cell);
@@ -36,8 +35,7 @@ bool hasTooManyDecimals(AssetRow&, const Cell& cell, const AssetRule&) { return 
 bool hasDecimals(AssetRow&, const Cell& cell, const AssetRule&) { return hasDecimalPart(cell.value); }
 
 bool isNoPercentage(AssetRow&, const Cell& cell, const AssetRule&) {
-  const auto rate = amountIn(cell);
-  return rate && (*rate < Currency() || *rate > Currency::fromWhole(100));
+  return amountIn(cell) && (numberIn(cell) < 0 || numberIn(cell) > 100);
 }
 
 std::optional<Date> dateIn(const Cell& cell) {

@@ -32,5 +32,7 @@ bool isShifted(AssetRow& row, const Cell& cell, const AssetRule& rule);
 /// The date in the cell when it is one that the company database can keep.
 std::optional<Date> dateIn(const Cell& cell);
 std::optional<Currency> amountIn(const Cell& cell);
+/// The number in a cell that holds one, with all its decimals.
+double numberIn(const Cell& cell);
 
 }  // namespace orva::checks

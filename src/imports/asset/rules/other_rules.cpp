@@ -9,15 +9,16 @@ using namespace checks;
 
 bool isAll(AssetRow&, const Cell& cell, const AssetRule&) { return equalsNoCase(trim(cell.value), "ALL"); }
 
-bool isMoreThanHundred(AssetRow&, const Cell& cell, const AssetRule&) {
-  const auto rate = amountIn(cell);
-  return rate && *rate > Currency::fromWhole(100);
+bool isMoreThanHundred(AssetRow&, const Cell& cell, const AssetRule&) { return amountIn(cell) && numberIn(cell) > 100; }
+
+/// A use date that is none is reported by its own column.
+bool isWithoutUseDate(AssetRow& row, const Cell&, const AssetRule&) {
+  return trim(row.cell("USEDATE")).empty() && !row.useDate();
 }
 
-bool isWithoutUseDate(AssetRow& row, const Cell&, const AssetRule&) { return !row.useDate(); }
-
 bool isTaxedAlready(AssetRow& row, const Cell&, const AssetRule& rule) {
-  if (!row.useDate()) return false;
+  const auto useDate = row.useDate();
+  if (!useDate || !isInDatabaseRange(*useDate)) return false;
   const auto entries = row.open(rule.lookup);
   if (entries->eof()) return false;
   row.foundYear = nullToText(entries->get("FinYear"));

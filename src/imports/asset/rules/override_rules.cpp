@@ -37,9 +37,10 @@ bool hasNoRateColumn(AssetRow& row, const Cell& cell, const AssetRule&) {
   return !cell.isBlank() && !row.hasColumn(partner(row, kMethod, kRate));
 }
 
+/// An entry that names no method contradicts none.
 bool isOtherMethod(AssetRow& row, const Cell& cell, const AssetRule&) {
-  return !cell.isBlank() && row.depreciation().isPresent &&
-         !equalsNoCase(trim(row.depreciation().method), trim(cell.value));
+  const std::string_view method = trim(row.depreciation().method);
+  return !cell.isBlank() && !method.empty() && !equalsNoCase(method, trim(cell.value));
 }
 
 bool isNoMethod(AssetRow&, const Cell& cell, const AssetRule&) {

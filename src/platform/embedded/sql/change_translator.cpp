@@ -138,6 +138,7 @@ std::size_t Translator::updateTarget(const UpdateStatement& statement, const Sco
 
 std::string Translator::assignments(const UpdateStatement& statement, const TableDef& table, std::size_t target) {
   std::string sql;
+  bool onlyLiterals = true;
   for (const Assignment& assignment : statement.assignments) {
     const ScopeSource& source = scope_->sources[target];
     const bool other = !assignment.qualifier.empty() && !equalsNoCase(assignment.qualifier, source.alias) &&
@@ -148,9 +149,13 @@ std::string Translator::assignments(const UpdateStatement& statement, const Tabl
     name.name = assignment.column;
     if (at < 0) failColumn(name);
     const ColumnDef& column = table.columns[static_cast<std::size_t>(at)];
-    sql += (sql.empty() ? " SET " : ", ") + quoteName(column.name) + " = " +
-           storedSql(column, translate(*assignment.value));
+    const Operand value = translate(*assignment.value);
+    onlyLiterals =
+        onlyLiterals && value.literal && std::count(result_.assigned.begin(), result_.assigned.end(), at) == 0;
+    result_.assigned.push_back(at);
+    sql += (sql.empty() ? " SET " : ", ") + quoteName(column.name) + " = " + storedSql(column, value);
   }
+  if (!onlyLiterals) result_.assigned.clear();
   return sql;
 }
 
@@ -213,8 +218,10 @@ Translation Translator::update(const UpdateStatement& statement) {
   const std::string where = conjunction(terms);
   facts_ = nullptr;
   if (scope.sources.size() == 1 && !facts.equal.empty()) proposeIndex(*result_.table, facts);
-  result_.sql =
-      "UPDATE " + quoteName(result_.table->name) + " AS " + quoteName(scope.sources[target].alias) + set + from + where;
+  const std::string changed = quoteName(result_.table->name) + " AS " + quoteName(scope.sources[target].alias);
+  result_.sql = "UPDATE " + changed + set + from + where;
+  result_.tail = " FROM " + changed + where;
+  if (scope.sources.size() > 1) result_.assigned.clear();
   scope_ = nullptr;
   return std::move(result_);
 }

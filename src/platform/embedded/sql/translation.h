@@ -64,6 +64,8 @@ struct Translation {
   bool keyed = false;
   std::string tail;
   std::string ordering;
+  /// A change of one table that gives these columns the first literals, one each: `tail` tells the rows, as in a query.
+  std::vector<int> assigned;
   bool wholeTable = false;                    ///< keyed, every row, in the order of the key
   std::vector<int> columnOf;                  ///< keyed: the table's column of each result column
   const embedded::TableDef* table = nullptr;  ///< the keyed or changed table
