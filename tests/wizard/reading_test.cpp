@@ -126,14 +126,14 @@ TEST(Staging, NormalisesNumbers) {
     const char* staged;
   };
   const Case cases[] = {
-      {"QTY", "3.75", "3"},         {"QTY", "12", "12"},
-      {"QTY", "many", "many"},      {"COST", "1500", "1500.00"},
-      {"COST", "12.5", "12.50"},    {"COST", "0.5", ".50"},
-      {"COST", "10.125", "10.125"}, {"COST", "", ""},
-      {"COST", "12a", "12a"},       {"ACCDEP", "-7", "-7.00"},
-      {"accdep2", "1", "1.00"},     {"SALVAGEVALUE", "100", "100.00"},
+      {"QTY", "3.75", "3"},           {"QTY", "12", "12"},
+      {"QTY", "many", "many"},        {"COST", "1500", "1500.00"},
+      {"COST", "12.5", "12.50"},      {"COST", "0.5", ".50"},
+      {"COST", "10.125", "10.125"},   {"COST", "", ""},
+      {"COST", "12a", "12a"},         {"ACCDEP", "-7", "-7.00"},
+      {"accdep2", "1", "1.00"},       {"SALVAGEVALUE", "100", "100.00"},
       {"ACCDEP1", "10.126", "10.13"}, {"ACCDEP", "10.126", "10.126"},
-      {"GST", "12.5", "12.5"},      {"DESCRIPTION", "1.2.3", "1.2.3"},
+      {"GST", "12.5", "12.5"},        {"DESCRIPTION", "1.2.3", "1.2.3"},
   };
   for (const Case& test : cases) EXPECT_EQ(normalisedCell(test.column, test.cell), test.staged) << test.cell;
 }

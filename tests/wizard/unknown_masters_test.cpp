@@ -8,7 +8,12 @@ namespace {
 using Texts = std::vector<std::string>;
 
 const Catalogue kCatalogue{
-    {.label = "Project", .excelName = "Project", .type = "Text", .size = "255", .position = {}, .isMiscellaneous = true},
+    {.label = "Project",
+     .excelName = "Project",
+     .type = "Text",
+     .size = "255",
+     .position = {},
+     .isMiscellaneous = true},
     {.label = "Remarks", .excelName = "REMARKS", .type = "Text", .size = "255", .position = {}},
     {.label = "Department", .excelName = "DEPT", .type = "Text", .size = "255", .position = {}},
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "platform/access/text_cell.h"
@@ -234,6 +235,26 @@ Cell decodeCell(const Column& column, ByteView stored) {
   }
 }
 
+bool isKeptAs(const Column& column, const Cell& cell) {
+  if (isNull(cell)) return column.type != ColumnType::kBoolean;
+  switch (column.type) {
+    case ColumnType::kBoolean:
+      return std::holds_alternative<bool>(cell);
+    case ColumnType::kCurrency:
+      return std::holds_alternative<Currency>(cell);
+    case ColumnType::kDouble: {
+      const auto* number = std::get_if<double>(&cell);
+      return number && std::isfinite(*number);
+    }
+    case ColumnType::kText: {
+      const auto* text = std::get_if<std::string>(&cell);
+      return text && text->size() <= column.length / 2u;
+    }
+    default:
+      return false;
+  }
+}
+
 Cell convertFor(const Column& column, Cell cell) {
   if (isNull(cell)) return column.type == ColumnType::kBoolean ? Cell(false) : cell;
   switch (column.type) {
@@ -290,6 +311,25 @@ void appendCell(Bytes& bytes, const Column& column, const Cell& cell) {
   } else if (const auto* decimal = std::get_if<Decimal>(&cell)) {
     append(bytes, encodeDecimal(*decimal));
   }
+}
+
+bool putNumberCell(ByteSpan room, const Column& column, const Cell& cell) {
+  std::uint64_t bits = 0;
+  if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
+    bits = static_cast<std::uint64_t>(*whole);
+  } else if (const auto* money = std::get_if<Currency>(&cell)) {
+    bits = static_cast<std::uint64_t>(money->units());
+  } else if (const auto* date = std::get_if<DateTime>(&cell)) {
+    bits = std::bit_cast<std::uint64_t>(date->days);
+  } else if (const auto* number = std::get_if<double>(&cell)) {
+    bits = column.type == ColumnType::kSingle ? std::bit_cast<std::uint32_t>(static_cast<float>(*number))
+                                              : std::bit_cast<std::uint64_t>(*number);
+  } else {
+    return std::holds_alternative<bool>(cell);
+  }
+  if (room.size() != storedSize(column.type)) return false;
+  std::memcpy(room.data(), &bits, room.size());
+  return true;
 }
 
 }  // namespace orva::access

@@ -57,7 +57,13 @@ Cell decodeCell(const Column& column, ByteView stored);
 /// kind of value, `kDataOverflow` for one that does not fit.
 Cell convertFor(const Column& column, Cell cell);
 
+/// True when that is the value itself, as it is for most; false may also mean that this is not known.
+bool isKeptAs(const Column& column, const Cell& cell);
+
 /// Appends the bytes of a value that `convertFor` returned; long values are given in whole.
 void appendCell(Bytes& bytes, const Column& column, const Cell& cell);
+/// Puts the same bytes over a room of their size. False, with nothing put, for others than yes/no, numbers, money and
+/// dates, and for a room of another size.
+bool putNumberCell(ByteSpan room, const Column& column, const Cell& cell);
 
 }  // namespace orva::access

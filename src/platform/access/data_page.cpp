@@ -30,10 +30,11 @@ ByteView DataPage::row(std::size_t row) const {
   return bytes(found);
 }
 
-std::size_t DataPage::liveRows() const {
-  std::size_t live = 0;
-  for (std::size_t row = 0; row < slotCount_; ++row) live += slot(row).isDeleted() ? 0 : 1;
-  return live;
+bool DataPage::hasLiveRows() const {
+  for (std::size_t row = slotCount_; row-- > 0;) {
+    if (!slot(row).isDeleted()) return true;
+  }
+  return false;
 }
 
 std::size_t DataPage::lowest() const {

@@ -33,7 +33,7 @@ class DataPage {
   ByteView bytes(const Slot& slot) const { return page_.subspan(slot.start, slot.size()); }
   /// The bytes of an existing slot that is not deleted.
   ByteView row(std::size_t row) const;
-  std::size_t liveRows() const;
+  bool hasLiveRows() const;
   /// Start of the lowest row.
   std::size_t lowest() const;
   /// True when the page has room for a row with another size in the place of one.

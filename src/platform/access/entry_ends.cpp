@@ -1,37 +1,17 @@
 #include "platform/access/entry_ends.h"
 
-#include <bit>
-#include <cstring>
+#include <array>
 
 #include "platform/access/access_file_error.h"
 
 namespace orva::access {
 namespace {
 
-constexpr std::size_t kBits = 64;
-constexpr std::size_t kWords = kIndexCapacity / kBits + 1;
-constexpr std::size_t kStored = index_at::kEntries - index_at::kEnds;
-constexpr std::size_t kLastWord = kWords - 1;
-/// The last word is stored as far as a page can be full.
-constexpr std::size_t kLastWordSize = kStored - kLastWord * sizeof(std::uint64_t);
-static_assert(kStored <= kWords * sizeof(std::uint64_t));
-
-std::uint64_t wordAt(const Byte* bits, std::size_t word) {
-  std::uint64_t value = 0;
-  if (word < kLastWord) {
-    std::memcpy(&value, bits + word * sizeof value, sizeof value);
-  } else {
-    std::memcpy(&value, bits + word * sizeof value, kLastWordSize);
-  }
-  return value;
-}
+using namespace end_bits;
 
 void putWord(Byte* bits, std::size_t word, std::uint64_t value) {
   std::memcpy(bits + word * sizeof value, &value, word < kLastWord ? sizeof value : kLastWordSize);
 }
-
-/// The bits of a word that stand for offsets up to one within it.
-std::uint64_t upTo(std::size_t offset) { return ~std::uint64_t{0} >> (kBits - 1 - offset % kBits); }
 
 /// The usual sum over halves; the standard function is a slow call on machines without the instruction.
 std::size_t countBits(std::uint64_t word) {
@@ -70,31 +50,23 @@ std::size_t EntryEnds::at(std::size_t i) const {
   return 0;
 }
 
-std::size_t EntryEnds::next(std::size_t offset) const {
-  std::size_t word = offset / kBits;
-  std::uint64_t bits = wordAt(bits_, word) & ~std::uint64_t{0} << offset % kBits;
-  while (bits == 0) {
-    if (++word == kWords) return 0;
-    bits = wordAt(bits_, word);
-  }
-  return word * kBits + static_cast<std::size_t>(std::countr_zero(bits));
-}
-
-std::size_t EntryEnds::previous(std::size_t offset) const {
-  std::size_t word = offset / kBits;
-  std::uint64_t bits = wordAt(bits_, word) & upTo(offset);
-  while (bits == 0) {
-    if (word == 0) return 0;
-    bits = wordAt(bits_, --word);
-  }
-  return word * kBits + (kBits - 1 - static_cast<std::size_t>(std::countl_zero(bits)));
-}
-
+/// Half of a page's bits are usually unset behind the last one: they are passed in blocks.
 std::size_t EntryEnds::last() const {
-  std::uint64_t bits = wordAt(bits_, kLastWord);
-  std::size_t word = kLastWord;
-  while (bits == 0 && word > 0) std::memcpy(&bits, bits_ + --word * sizeof bits, sizeof bits);
-  return bits == 0 ? 0 : word * kBits + (kBits - 1 - static_cast<std::size_t>(std::countl_zero(bits)));
+  constexpr std::size_t kBlock = 8;
+  static_assert(kLastWord % kBlock == 0);
+  if (const std::uint64_t bits = wordAt(bits_, kLastWord)) return kLastWord * kBits + highest(bits);
+  std::array<std::uint64_t, kBlock> words;
+  for (std::size_t word = kLastWord; word > 0;) {
+    word -= kBlock;
+    std::memcpy(words.data(), bits_ + word * sizeof words[0], sizeof words);
+    std::uint64_t any = 0;
+    for (const std::uint64_t bits : words) any |= bits;
+    if (any == 0) continue;
+    std::size_t i = kBlock - 1;
+    while (words[i] == 0) --i;
+    return (word + i) * kBits + highest(words[i]);
+  }
+  return 0;
 }
 
 void setEntryEnd(ByteSpan page, std::size_t end) {
@@ -122,15 +94,15 @@ void moveEntryEndsUp(ByteSpan page, std::size_t behind, std::size_t by, std::siz
 void moveEntryEndsDown(ByteSpan page, std::size_t behind, std::size_t removed, std::size_t last) {
   Byte* const bits = page.data() + index_at::kEnds;
   const std::size_t lowest = removed / kBits;
-  const std::size_t highest = last / kBits;
+  const std::size_t lastWord = last / kBits;
   const auto moving = [&](std::size_t word) {
-    if (word < lowest || word > highest) return std::uint64_t{0};
+    if (word < lowest || word > lastWord) return std::uint64_t{0};
     return wordAt(bits, word) & (word == lowest ? ~upTo(removed) : ~std::uint64_t{0});
   };
   const std::size_t words = (removed - behind) / kBits;
   const std::size_t shift = (removed - behind) % kBits;
   // From the bottom, so that every word is read before it is written.
-  for (std::size_t i = behind / kBits; i <= highest; ++i) {
+  for (std::size_t i = behind / kBits; i <= lastWord; ++i) {
     std::uint64_t moved = moving(i + words) >> shift;
     if (shift != 0) moved |= moving(i + words + 1) << (kBits - shift);
     putWord(bits, i, moved | (i == behind / kBits ? wordAt(bits, i) & upTo(behind) : 0));

@@ -33,19 +33,26 @@ ByteView IndexPageView::stored(std::size_t begin, std::size_t end) const {
 }
 
 void IndexPageView::copyEntryEndingAt(std::size_t end, Bytes& into) const {
+  require(end > 0, "the index page has fewer entries than it should");
+  const std::size_t begin = ends_.previous(end - 1);
   into.clear();
-  const std::size_t first = ends_.next(0);
-  const ByteView own = stored(end);
-  into.reserve(prefix_ + own.size());
-  if (end != first) append(into, stored(first).first(prefix_));
+  into.reserve(prefix_ + end - begin);
+  appendEntry(begin, end, into);
+}
+
+void IndexPageView::appendEntry(std::size_t begin, std::size_t end, Bytes& into) const {
+  const ByteView own = stored(begin, end);
   require(own.size() >= trailing(), "an entry of the index node has no child");
+  if (begin != 0) append(into, page_.subspan(index_at::kEntries, prefix_));
   append(into, own.first(own.size() - trailing()));
 }
 
 bool IndexPageView::equals(std::size_t end, ByteView entry, std::size_t except) const {
-  ByteView own = stored(end);
+  require(end > 0, "the index page has fewer entries than it should");
+  const std::size_t begin = ends_.previous(end - 1);
+  ByteView own = stored(begin, end);
   if (!isLeaf()) own = own.first(own.size() - std::min(own.size(), kChildSize));
-  const std::size_t shared = end == ends_.next(0) ? 0 : prefix_;
+  const std::size_t shared = begin == 0 ? 0 : prefix_;
   if (shared + own.size() != entry.size() || entry.size() < shared + except) return false;
   return std::memcmp(page_.data() + index_at::kEntries, entry.data(), shared) == 0 &&
          std::memcmp(own.data(), entry.data() + shared, own.size() - except) == 0;
@@ -156,40 +163,44 @@ IndexPage IndexPage::read(ByteView bytes) {
   page.previous = view.previous();
   page.next = view.next();
   page.tail = view.tail();
-  const std::size_t count = view.size();
-  page.entries_.reserve(count + 1);
-  page.children_.reserve(count + 1);
-  const EntryEnds& ends = view.ends();
-  for (std::size_t end = ends.next(0); end != 0; end = end < kIndexCapacity ? ends.next(end + 1) : 0) {
-    page.entries_.push_back(view.entryEndingAt(end));
-    page.children_.push_back(view.isLeaf() ? 0 : view.childEndingAt(end));
+  // One entry more is on its way, as a rule.
+  const std::size_t count = view.size() + 1;
+  page.entries_.reserve(count);
+  page.bytes_.reserve(2 * view.used() + count * view.prefix());
+  std::size_t begin = 0;
+  for (std::size_t end = view.endOfEntryAt(0); end != 0; end = view.endOfEntryAt(begin)) {
+    const std::size_t offset = page.bytes_.size();
+    view.appendEntry(begin, end, page.bytes_);
+    page.entries_.push_back({offset, page.bytes_.size() - offset, view.isLeaf() ? 0 : view.childEndingAt(end)});
+    begin = end;
   }
   return page;
 }
 
-void IndexPage::insert(std::size_t i, Bytes entry, PageNumber child) {
-  entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(i), std::move(entry));
-  children_.insert(children_.begin() + static_cast<std::ptrdiff_t>(i), child);
+void IndexPage::insert(std::size_t i, ByteView entry, PageNumber child) {
+  entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(i), {bytes_.size(), entry.size(), child});
+  append(bytes_, entry);
 }
 
-void IndexPage::erase(std::size_t i) {
-  entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i));
-  children_.erase(children_.begin() + static_cast<std::ptrdiff_t>(i));
+void IndexPage::replaceEntry(std::size_t i, ByteView entry) {
+  entries_[i].offset = bytes_.size();
+  entries_[i].size = entry.size();
+  append(bytes_, entry);
 }
 
 void IndexPage::eraseChild(std::size_t i) {
   if (i < entries_.size()) return erase(i);
   tail = 0;
   if (entries_.size() < 2) return;
-  tail = children_.back();
+  tail = entries_.back().child;
   erase(entries_.size() - 1);
 }
 
 /// What the first and the last entry share, row and child left out.
 std::size_t IndexPage::sharedPrefix() const {
   if (entries_.size() < 2 || !isLeaf()) return 0;
-  const Bytes& first = entries_.front();
-  const Bytes& last = entries_.back();
+  const ByteView first = entry(0);
+  const ByteView last = entry(entries_.size() - 1);
   const std::size_t most = std::min(first.size(), last.size()) - kRowIdSize;
   const auto differ = std::mismatch(first.begin(), first.begin() + static_cast<std::ptrdiff_t>(most), last.begin());
   return static_cast<std::size_t>(differ.first - first.begin());
@@ -197,7 +208,7 @@ std::size_t IndexPage::sharedPrefix() const {
 
 std::size_t IndexPage::usedBytes(bool compressed) const {
   std::size_t used = isLeaf() ? 0 : kChildSize * entries_.size();
-  for (const Bytes& entry : entries_) used += entry.size();
+  for (const Entry& entry : entries_) used += entry.size;
   const std::size_t saved = compressed && !entries_.empty() ? sharedPrefix() * (entries_.size() - 1) : 0;
   return used - saved;
 }
@@ -216,12 +227,12 @@ void IndexPage::write(ByteSpan page, bool compressed) const {
   page[index_at::kLevel] = level_;
   std::size_t at = 0;
   for (std::size_t i = 0; i < entries_.size(); ++i) {
-    const ByteView bytes = ByteView(entries_[i]).subspan(i == 0 ? 0 : prefix);
+    const ByteView bytes = entry(i).subspan(i == 0 ? 0 : prefix);
     std::copy(bytes.begin(), bytes.end(), page.begin() + static_cast<std::ptrdiff_t>(index_at::kEntries + at));
     at += bytes.size();
     if (!isLeaf()) {
       for (std::size_t b = 0; b < kChildSize; ++b) {
-        page[index_at::kEntries + at++] = static_cast<Byte>(children_[i] >> (8 * (kChildSize - 1 - b)));
+        page[index_at::kEntries + at++] = static_cast<Byte>(entries_[i].child >> (8 * (kChildSize - 1 - b)));
       }
     }
     page[index_at::kEnds + at / 8] |= static_cast<Byte>(1u << (at % 8));
@@ -234,7 +245,7 @@ std::size_t IndexPage::middle() const {
   const std::size_t half = usedBytes(false) / 2;
   std::size_t at = 0;
   for (std::size_t used = 0; at + 1 < entries_.size() && used < half; ++at) {
-    used += entries_[at].size() + (isLeaf() ? 0 : kChildSize);
+    used += entries_[at].size + (isLeaf() ? 0 : kChildSize);
   }
   return std::max<std::size_t>(at, 1);
 }
@@ -265,20 +276,20 @@ std::vector<IndexPage> IndexPage::divide(std::size_t insertedAt) {
 }
 
 Bytes IndexPage::giveLast() {
-  Bytes last = entries_.back();
+  const ByteView given = entry(entries_.size() - 1);
+  Bytes last(given.begin(), given.end());
   if (isLeaf() || entries_.size() == 1) return last;
-  tail = children_.back();
+  tail = entries_.back().child;
   erase(entries_.size() - 1);
   return last;
 }
 
 IndexPage IndexPage::splitOff(std::size_t at) {
   IndexPage right(type_, table_, level_);
-  const auto from = static_cast<std::ptrdiff_t>(at);
-  right.entries_.assign(std::make_move_iterator(entries_.begin() + from), std::make_move_iterator(entries_.end()));
-  right.children_.assign(children_.begin() + from, children_.end());
+  right.entries_.reserve(entries_.size() - at);
+  right.bytes_.reserve(bytes_.size());
+  for (std::size_t i = at; i < entries_.size(); ++i) right.insert(right.size(), entry(i), entries_[i].child);
   entries_.resize(at);
-  children_.resize(at);
   right.tail = tail;
   tail = 0;
   return right;

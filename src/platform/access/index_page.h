@@ -38,7 +38,7 @@ class IndexPageView {
   /// Where the first entry starts that is not less than `wanted`.
   std::size_t placeOf(ByteView wanted) const;
   /// End of the entry that starts at a place; 0 behind the last one.
-  std::size_t endOfEntryAt(std::size_t place) const { return place < kIndexCapacity ? ends_.next(place + 1) : 0; }
+  std::size_t endOfEntryAt(std::size_t place) const { return place < used_ ? ends_.next(place + 1) : 0; }
   /// The child of a node that `wanted` leads to; 0 when it has none.
   PageNumber childFor(ByteView wanted) const;
   /// Children of a node: those of the entries, then the tail.
@@ -51,6 +51,8 @@ class IndexPageView {
     return used_ == 0 || std::memcmp(entry.data(), page_.data() + index_at::kEntries, prefix_) == 0;
   }
   void copyEntryEndingAt(std::size_t end, Bytes& into) const;
+  /// Appends the whole entry that stands between two offsets.
+  void appendEntry(std::size_t begin, std::size_t end, Bytes& into) const;
   /// True when the entry that ends at an offset has these bytes; with the last `except` left out.
   bool equals(std::size_t end, ByteView entry, std::size_t except = 0) const;
 
@@ -102,14 +104,15 @@ class IndexPage {
   bool isLeaf() const { return type_ == PageType::kIndexLeaf; }
   Byte level() const { return level_; }
   std::size_t size() const { return entries_.size(); }
-  const Bytes& entry(std::size_t i) const { return entries_[i]; }
-  void insert(std::size_t i, Bytes entry, PageNumber child = 0);
-  void erase(std::size_t i);
-  void replaceEntry(std::size_t i, Bytes entry) { entries_[i] = std::move(entry); }
+  /// Valid until another entry comes in.
+  ByteView entry(std::size_t i) const { return ByteView(bytes_).subspan(entries_[i].offset, entries_[i].size); }
+  void insert(std::size_t i, ByteView entry, PageNumber child = 0);
+  void erase(std::size_t i) { entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i)); }
+  void replaceEntry(std::size_t i, ByteView entry);
 
   std::size_t childCount() const { return entries_.size() + (tail != 0 ? 1 : 0); }
-  PageNumber child(std::size_t i) const { return i < entries_.size() ? children_[i] : tail; }
-  void setChild(std::size_t i, PageNumber page) { (i < entries_.size() ? children_[i] : tail) = page; }
+  PageNumber child(std::size_t i) const { return i < entries_.size() ? entries_[i].child : tail; }
+  void setChild(std::size_t i, PageNumber page) { (i < entries_.size() ? entries_[i].child : tail) = page; }
   /// Removes a child and, for the tail, makes the last entry's child the tail
   /// unless it is the only one left.
   void eraseChild(std::size_t i);
@@ -136,11 +139,18 @@ class IndexPage {
   std::size_t middle() const;
   std::size_t dividingPoint(std::size_t insertedAt) const;
 
+  struct Entry {
+    std::size_t offset;  // in `bytes_`
+    std::size_t size;
+    PageNumber child;
+  };
+
   PageType type_;
   PageNumber table_;
   Byte level_;
-  std::vector<Bytes> entries_;
-  std::vector<PageNumber> children_;
+  /// The entries one behind the other as they came in; one that has left keeps its room.
+  Bytes bytes_;
+  std::vector<Entry> entries_;
 };
 
 }  // namespace orva::access

@@ -32,15 +32,15 @@ IndexTree::Path IndexTree::descend(ByteView wanted) const {
     const IndexPageView content = view(page);
     std::size_t place = file_.at(page, [&] { return content.placeOf(wanted); });
     if (content.isLeaf()) {
-      path.add({page, place});
+      path.add({page, place, 0});
       return path;
     }
     if (path.size() >= kDeepest) file_.fail(page, "the pages of an index form a ring");
     const std::size_t last = content.used();
     // Without a tail the last entry leads on to whatever is greater.
     if (place == last && last != 0 && content.tail() == 0) place = content.ends().previous(last - 1);
-    path.add({page, place});
     const std::size_t end = content.endOfEntryAt(place);
+    path.add({page, place, end});
     const PageNumber child = file_.at(page, [&] { return end == 0 ? content.tail() : content.childEndingAt(end); });
     if (child == 0) file_.fail(page, "an index node has no children");
     page = child;

@@ -87,6 +87,7 @@ class IndexTree {
   struct Step {
     PageNumber page;
     std::size_t place;  // where the entry starts that leads on, or the first one of a leaf that is not less
+    std::size_t end;    // of the entry that leads on; 0 for a tail and for leaves
   };
   /// The way from the root down to a leaf.
   class Path {
@@ -123,7 +124,8 @@ class IndexTree {
   void store(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
   void split(Path& path, std::size_t depth, IndexPage page, std::size_t insertedAt);
   Path& deepen(Path& path, const IndexPage& root);
-  void insertIntoLeaf(PageNumber leaf, std::size_t place, ByteView entry);
+  /// `content` is the leaf as it is.
+  void insertIntoLeaf(PageNumber leaf, const IndexPageView& content, std::size_t place, ByteView entry);
   void eraseFromLeaf(PageNumber leaf, std::size_t place, std::size_t end);
   void relink(PageNumber page, std::optional<PageNumber> previous, std::optional<PageNumber> next);
   void raiseLast(const Path& path, std::size_t depth, const Bytes& last);

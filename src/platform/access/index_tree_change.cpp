@@ -41,15 +41,16 @@ bool IndexTree::insert(IndexEntry entry) {
   ++version_;
   const Bytes bytes = std::move(entry).bytes();
   Path path = descend(bytes);
-  const auto [leaf, place] = path.back();
+  const PageNumber leaf = path.back().page;
+  const std::size_t place = path.back().place;
   const IndexPageView content = view(leaf);
   const bool isLast = place == content.used();
-  const bool isNewKey = file_.at(leaf, [&, start = place] {
+  const bool isNewKey = file_.at(leaf, [&] {
     const auto same = [&](std::size_t end) { return end != 0 && content.equals(end, bytes, kRowIdSize); };
-    return !same(start) && !same(content.endOfEntryAt(start));
+    return !same(place) && !same(content.endOfEntryAt(place));
   });
   if (LeafEditor::takes(content, bytes)) {
-    insertIntoLeaf(leaf, place, bytes);
+    insertIntoLeaf(leaf, content, place, bytes);
   } else {
     if (place == 0 && appendToLeaf(content.previous(), bytes)) return isNewKey;
     const std::size_t position = numberOf(path.back());
@@ -62,8 +63,7 @@ bool IndexTree::insert(IndexEntry entry) {
   return isNewKey;
 }
 
-void IndexTree::insertIntoLeaf(PageNumber leaf, std::size_t place, ByteView entry) {
-  const IndexPageView content = view(leaf);
+void IndexTree::insertIntoLeaf(PageNumber leaf, const IndexPageView& content, std::size_t place, ByteView entry) {
   const std::size_t used = content.used() + entry.size() - (content.used() == 0 ? 0 : content.prefix());
   LeafEditor(file_.change(leaf, LeafEditor::partsFrom(place, used)), content).insert(place, entry);
 }
@@ -82,7 +82,7 @@ bool IndexTree::appendToLeaf(PageNumber leaf, const Bytes& entry) {
   if (end == 0) return false;
   const Bytes last = file_.at(leaf, [&] { return content.entryEndingAt(end); });
   if (!LeafEditor::takes(content, entry)) return false;
-  insertIntoLeaf(leaf, end, entry);
+  insertIntoLeaf(leaf, content, end, entry);
   const Path path = descend(last);
   raiseLast(path, path.size() - 1, entry);
   return true;
@@ -106,7 +106,7 @@ IndexTree::Path& IndexTree::deepen(Path& path, const IndexPage& root) {
   parent.tail = moved;
   write(root_, parent);
   path[0].page = moved;
-  path.putFirst({root_, 0});
+  path.putFirst({root_, 0, 0});
   return path;
 }
 
@@ -146,9 +146,9 @@ void IndexTree::relink(PageNumber page, std::optional<PageNumber> previous, std:
 void IndexTree::raiseLast(const Path& path, std::size_t depth, const Bytes& last) {
   for (; depth > 0; --depth) {
     const Step& step = path[depth - 1];
-    const IndexPageView parent = view(step.page);
-    const std::size_t end = parent.endOfEntryAt(step.place);
+    const std::size_t end = step.end;
     if (end == 0) continue;  // the tail is not named
+    const IndexPageView parent = view(step.page);
     if (file_.at(step.page, [&] { return parent.equals(end, last); })) return;
     const bool wasLast = end == parent.used() && parent.tail() == 0;
     if (const auto name = nameOf(parent, end, last.size())) {
@@ -282,7 +282,7 @@ void IndexTree::build(const std::vector<Bytes>& entries) {
     leaf.previous = previous;
     relink(previous, std::nullopt, page);
     write(page, leaf);
-    level.push_back({leaf.entry(leaf.size() - 1), page});
+    level.push_back({leaf.giveLast(), page});
     leaf = IndexPage(PageType::kIndexLeaf, table_, 0);
     used = 0;
   };

@@ -22,6 +22,8 @@ constexpr std::size_t kRangeHeader = 8;
 constexpr std::size_t kBaseOffset = 0xFFFF;
 constexpr std::size_t kSweepOffset = 0xFFFE;
 constexpr std::size_t kUnit = RedoLog::kUnit;
+/// More memory than this is not kept for the next record.
+constexpr std::size_t kUsualRecord = 1u << 20;
 
 /// Four sums side by side, because each step of one waits for the step before.
 std::uint64_t checksum(ByteView bytes, std::uint64_t seed) {
@@ -139,9 +141,10 @@ bool RedoLog::recover(const PageInFile& pageInFile, const ApplyRange& applyRange
 }
 
 void RedoLog::addRange(PageNumber page, std::size_t offset, ByteView bytes) {
-  if (record_.empty()) record_.resize(kRecordHeader);
-  const std::size_t header = record_.size();
-  record_.resize(header + kRangeHeader + bytes.size());
+  const std::size_t header = std::max(recorded_, kRecordHeader);
+  recorded_ = header + kRangeHeader + bytes.size();
+  // Room that is there already need not be filled before it is written.
+  if (record_.size() < recorded_) record_.resize(2 * recorded_);
   putU32(record_, header, page);
   putU16(record_, header + 4, offset);
   putU16(record_, header + 6, bytes.size());
@@ -166,16 +169,18 @@ void RedoLog::addChange(PageNumber page, std::size_t offset, ByteView before, By
 }
 
 void RedoLog::commit(PageNumber pageCount) {
-  if (record_.empty()) return;
+  if (recorded_ == 0) return;
   if (length_ == 0) start();
-  const ByteView ranges = ByteView(record_).subspan(kRecordHeader);
+  const ByteView whole = ByteView(record_).first(recorded_);
+  const ByteView ranges = whole.subspan(kRecordHeader);
   putU32(record_, 0, kRecordMagic);
   putU32(record_, 4, ranges.size());
   putU32(record_, 8, pageCount);
   putU64(record_, 12, checksum(ranges, pageCount));
-  file_->write(length_, record_);
-  length_ += record_.size();
-  record_.clear();
+  file_->write(length_, whole);
+  length_ += recorded_;
+  recorded_ = 0;
+  if (record_.size() > kUsualRecord) record_ = Bytes();
 }
 
 void RedoLog::start() {

@@ -55,7 +55,7 @@ class RedoLog {
   void addChange(PageNumber page, std::size_t offset, ByteView before, ByteView after);
   /// Appends the collected record to the side file.
   void commit(PageNumber pageCount);
-  void discard() { record_.clear(); }
+  void discard() { recorded_ = 0; }
   bool isEmpty() const { return length_ == 0; }
   std::uint64_t length() const { return length_; }
   /// From now on pages of the database are written; returns when the whole log has reached the disk.
@@ -74,7 +74,8 @@ class RedoLog {
   std::string path_;
   Bytes identity_;
   std::unique_ptr<RandomAccessFile> file_;
-  Bytes record_;
+  Bytes record_;              ///< with room for more
+  std::size_t recorded_ = 0;  ///< bytes of the record
   std::uint64_t length_ = 0;
 };
 

@@ -68,46 +68,90 @@ std::size_t encodedRowSize(const TableDefinition& definition, const StoredCells&
 
 namespace {
 
-void putFixed(Bytes& row, const Column& column, ByteView cell) {
-  std::copy_n(cell.begin(), std::min(cell.size(), column.fixedSize()),
-              row.begin() + static_cast<std::ptrdiff_t>(kColumnCount + column.fixedOffset));
-}
-
-/// The variable columns in the order of their positions, then where each starts, the last one first.
-void appendVariable(Bytes& row, const TableDefinition& definition, const StoredCells& cells) {
-  if (definition.variableEver == 0) return;
-  std::vector<std::size_t> places(definition.variableEver, cells.size());
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    const Column& column = definition.columns[i];
-    if (!column.isFixed() && cells.has(i)) places[column.variablePosition] = i;
+/// The parts of a row as they are stored.
+class StoredSource {
+ public:
+  explicit StoredSource(const StoredCells& cells) : cells_(cells) {}
+  std::size_t size() const { return cells_.size(); }
+  bool has(std::size_t column) const { return cells_.has(column); }
+  void append(Bytes& row, const Column&, std::size_t column) const { access::append(row, cells_[column]); }
+  void put(ByteSpan room, const Column&, std::size_t column) const {
+    const ByteView cell = cells_[column];
+    std::copy_n(cell.begin(), std::min(cell.size(), room.size()), room.begin());
   }
+
+ private:
+  const StoredCells& cells_;
+};
+
+/// The parts of a row as values.
+class ValueSource {
+ public:
+  explicit ValueSource(const Row& cells) : cells_(cells) {}
+  std::size_t size() const { return cells_.size(); }
+  bool has(std::size_t column) const {
+    const auto* yes = std::get_if<bool>(&cells_[column]);
+    return yes ? *yes : !isNull(cells_[column]);
+  }
+  void append(Bytes& row, const Column& definition, std::size_t column) const {
+    appendCell(row, definition, cells_[column]);
+  }
+  void put(ByteSpan room, const Column& definition, std::size_t column) const {
+    if (putNumberCell(room, definition, cells_[column])) return;
+    Bytes cell;
+    append(cell, definition, column);
+    std::copy_n(cell.begin(), std::min(cell.size(), room.size()), room.begin());
+  }
+
+ private:
+  const Row& cells_;
+};
+
+/// The variable columns in the order of their positions, then where each starts, the last one first. `places` names
+/// the column at each position.
+template <typename Source>
+void appendVariable(Bytes& row, const TableDefinition& definition, const Source& cells,
+                    std::vector<std::size_t>& places) {
   for (std::size_t& place : places) {
     const std::size_t column = std::exchange(place, row.size());
-    if (column < cells.size()) append(row, cells[column]);
+    if (column < cells.size()) cells.append(row, definition.columns[column], column);
   }
-  appendUnsigned(row, row.size(), 2);
-  for (auto offset = places.rbegin(); offset != places.rend(); ++offset) appendUnsigned(row, *offset, 2);
-  appendUnsigned(row, places.size(), 2);
+  const std::size_t at = row.size();
+  row.resize(at + 2 * places.size() + 4);
+  putU16(row, at, at);
+  std::size_t next = at + 2;
+  for (auto offset = places.rbegin(); offset != places.rend(); ++offset, next += 2) putU16(row, next, *offset);
+  putU16(row, next, places.size());
+}
+
+template <typename Source>
+void encode(Bytes& row, const TableDefinition& definition, const Source& cells) {
+  row.assign(kColumnCount + fixedRoom(definition), 0);
+  putU16(row, 0, definition.columnsEver);
+  Bytes mask((definition.columnsEver + 7u) / 8, 0);
+  std::vector<std::size_t> places(definition.variableEver, cells.size());
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (!cells.has(i)) continue;
+    const Column& column = definition.columns[i];
+    mask[column.number / 8] |= static_cast<Byte>(1u << column.number % 8);
+    if (column.isFixed()) {
+      cells.put(ByteSpan(row).subspan(kColumnCount + column.fixedOffset, column.fixedSize()), column, i);
+    } else {
+      places[column.variablePosition] = i;
+    }
+  }
+  if (definition.variableEver != 0) appendVariable(row, definition, cells, places);
+  append(row, mask);
 }
 
 }  // namespace
 
-Bytes encodeRow(const TableDefinition& definition, const StoredCells& cells) {
-  Bytes row;
-  row.reserve(encodedRowSize(definition, cells));
-  row.resize(kColumnCount + fixedRoom(definition));
-  putU16(row, 0, definition.columnsEver);
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    if (definition.columns[i].isFixed() && cells.has(i)) putFixed(row, definition.columns[i], cells[i]);
-  }
-  appendVariable(row, definition, cells);
-  const std::size_t mask = row.size();
-  row.resize(mask + (definition.columnsEver + 7u) / 8);
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    const std::size_t number = definition.columns[i].number;
-    if (cells.has(i)) row[mask + number / 8] |= static_cast<Byte>(1u << number % 8);
-  }
-  return row;
+void encodeRow(Bytes& row, const TableDefinition& definition, const StoredCells& cells) {
+  encode(row, definition, StoredSource(cells));
+}
+
+void encodeRow(Bytes& row, const TableDefinition& definition, const Row& cells) {
+  encode(row, definition, ValueSource(cells));
 }
 
 }  // namespace orva::access

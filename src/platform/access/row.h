@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/access/table_definition.h"
+#include "platform/access/cell.h"
 
 namespace orva::access {
 
@@ -68,8 +68,10 @@ class StoredCells {
   std::vector<Part> parts_;
 };
 
-/// Builds the bytes of a row.
-Bytes encodeRow(const TableDefinition& definition, const StoredCells& cells);
+/// Builds the bytes of a row over what a buffer holds.
+void encodeRow(Bytes& row, const TableDefinition& definition, const StoredCells& cells);
+/// The same from values that `convertFor` returned, none of them a long value.
+void encodeRow(Bytes& row, const TableDefinition& definition, const Row& cells);
 /// Length that `encodeRow` would return.
 std::size_t encodedRowSize(const TableDefinition& definition, const StoredCells& cells);
 

@@ -17,7 +17,7 @@ bool RowPages::takes(PageNumber page, std::size_t rowSize) {
     const DataPage view(file_.page(page));
     require(view.owner() == owner_, "the page belongs to another table than its map says");
     // Row numbers start anew on a page that holds no row any more.
-    if (view.slotCount() > 0 && view.liveRows() == 0) DataPageEditor::format(file_.change(page), owner_);
+    if (view.slotCount() > 0 && !view.hasLiveRows()) DataPageEditor::format(file_.change(page), owner_);
     const std::size_t slots = data_at::kSlots + 2 * DataPage(file_.page(page)).slotCount();
     const std::size_t lowest = DataPage(file_.page(page)).lowest();
     require(lowest >= slots, "the rows of the page overlap its row table");
@@ -51,7 +51,7 @@ PageNumber RowPages::lastPageInUse() const {
   PageNumber lowest = 0;
   for (auto page = owned_.previous(kMaximumPages); page; page = owned_.previous(*page - 1)) {
     lowest = *page;
-    const bool inUse = file_.at(*page, [&] { return DataPage(file_.page(*page)).liveRows() > 0; });
+    const bool inUse = file_.at(*page, [&] { return DataPage(file_.page(*page)).hasLiveRows(); });
     if (inUse || *page == 0) break;
   }
   return lowest;
@@ -91,7 +91,7 @@ void RowPages::remove(SlotAddress address) {
 
 void RowPages::removeAndFree(SlotAddress address) {
   remove(address);
-  if (DataPage(file_.page(address.page)).liveRows() > 0) return;
+  if (DataPage(file_.page(address.page)).hasLiveRows()) return;
   owned_.remove(address.page);
   room_.remove(address.page);
   allocator_.free(address.page);

@@ -13,10 +13,16 @@ constexpr int kLongestPointerChain = 16;
 
 const RowReader::Place& RowReader::locate(RowId row) const {
   if (row == lastRow_ && lastVersion_ == file_.version() && !lastPlace_.bytes.empty()) return lastPlace_;
+  lastParts_.reset();
   lastPlace_ = follow(row);
   lastRow_ = row;
   lastVersion_ = file_.version();
   return lastPlace_;
+}
+
+const StoredRow& RowReader::parts(const Place& place) const {
+  if (!lastParts_) lastParts_.emplace(place.bytes, definition_);
+  return *lastParts_;
 }
 
 RowReader::Place RowReader::follow(RowId row) const {
@@ -60,16 +66,14 @@ Cell RowReader::decode(const Column& column, const StoredRow& stored) const {
 
 Cell RowReader::cell(RowId row, std::size_t column) const {
   const Place& place = locate(row);
-  return file_.at(place.address.page,
-                  [&] { return decode(definition_.columns[column], StoredRow(place.bytes, definition_)); });
+  return file_.at(place.address.page, [&] { return decode(definition_.columns[column], parts(place)); });
 }
 
 std::optional<std::string_view> RowReader::plainText(RowId row, std::size_t column) const {
   const Column& definition = definition_.columns[column];
   if (definition.type != ColumnType::kText) return std::nullopt;
   const Place& place = locate(row);
-  const auto bytes =
-      file_.at(place.address.page, [&] { return StoredRow(place.bytes, definition_).bytes(definition); });
+  const auto bytes = file_.at(place.address.page, [&] { return parts(place).bytes(definition); });
   return bytes ? plainTextOf(*bytes) : std::nullopt;
 }
 

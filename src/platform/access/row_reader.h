@@ -33,6 +33,8 @@ class RowReader {
     ByteView bytes;
   };
   const Place& locate(RowId row) const;
+  /// The row's parts; at the last place that was located.
+  const StoredRow& parts(const Place& place) const;
   Place follow(RowId row) const;
   Cell decode(const Column& column, const StoredRow& stored) const;
 
@@ -43,6 +45,7 @@ class RowReader {
   mutable RowId lastRow_ = 0;
   mutable std::uint64_t lastVersion_ = 0;
   mutable Place lastPlace_;
+  mutable std::optional<StoredRow> lastParts_;
 };
 
 /// Goes through the rows of a table in the order of the file. Rows may be

@@ -57,7 +57,7 @@ void SchemaChange::removeMap(SlotAddress map) {
   for (const PageNumber bits : UsageMap(file, map).bitPages()) database_.allocator().free(bits);
   DataPageEditor(file.change(map.page)).remove(map.row);
   const DataPage page(file.page(map.page));
-  if (page.owner() == 0 && page.liveRows() == 0) database_.allocator().free(map.page);
+  if (page.owner() == 0 && !page.hasLiveRows()) database_.allocator().free(map.page);
 }
 
 Column SchemaChange::layColumn(TableDefinition& definition, const NewColumn& column) {

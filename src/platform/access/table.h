@@ -110,7 +110,8 @@ class Table {
 
   void requireKnownTypes() const;
   void giveAutoNumbers(Row& row);
-  void checkRules(std::size_t column, const Cell& cell);
+  void loadRules();
+  void checkRules(std::size_t column, const Cell& cell) const;
   /// What a row with these cells writes into an index; nothing when it has no entry there.
   std::optional<Bytes> keyFor(const RealIndex& real, const Row& row) const;
   void checkUnique(std::size_t index, const Row& row, const Bytes& key, std::optional<RowId> except) const;
@@ -122,6 +123,8 @@ class Table {
 
   /// Makes cells of all columns or of those that change, then stores long values; refuses a row over the limit first.
   void storeCells(const Row& row, StoredCells& cells, const std::vector<Change>* changes);
+  void encodeNew(const Row& row);
+  void requireRowSize(std::size_t size) const;
   void storeLongValues(const std::vector<std::pair<std::size_t, Bytes>>& values, StoredCells& cells);
   void removeLongValue(std::size_t column, const StoredCells& cells);
   void storeRow(RowId id, ByteView bytes);
@@ -139,10 +142,11 @@ class Table {
   std::string name_;
   TableDefinition definition_;
   TableProperties properties_;
-  std::vector<Rules> rules_;  ///< one a column; empty until they are needed
+  std::vector<Rules> rules_;  ///< one a column, after `loadRules`
   // Their memory serves one new row after another.
   Row spareRow_;
   StoredCells spareCells_;
+  Bytes spareBytes_;
   LongValues longValues_;
   RowReader reader_;
   std::unique_ptr<RowPages> pages_;

@@ -32,13 +32,15 @@ void Table::giveAutoNumbers(Row& row) {
   }
 }
 
-void Table::checkRules(std::size_t column, const Cell& cell) {
-  if (rules_.size() != definition_.columns.size()) {
-    rules_.clear();
-    for (const Column& each : definition_.columns) {
-      rules_.push_back({properties_.isRequired(each.name), properties_.allowsZeroLength(each.name)});
-    }
+void Table::loadRules() {
+  if (rules_.size() == definition_.columns.size()) return;
+  rules_.clear();
+  for (const Column& each : definition_.columns) {
+    rules_.push_back({properties_.isRequired(each.name), properties_.allowsZeroLength(each.name)});
   }
+}
+
+void Table::checkRules(std::size_t column, const Cell& cell) const {
   const auto* text = std::get_if<std::string>(&cell);
   const bool isMissing = isNull(cell) && rules_[column].isRequired;
   const bool isEmptyText = text && text->empty() && !rules_[column].allowsZeroLength;
@@ -58,8 +60,10 @@ RowId Table::insert(Row row) {
   requireKnownTypes();
   row.resize(definition_.columns.size());
   giveAutoNumbers(row);
+  loadRules();
   for (std::size_t i = 0; i < row.size(); ++i) {
-    row[i] = convertFor(definition_.columns[i], std::move(row[i]));
+    const Column& column = definition_.columns[i];
+    if (!isKeptAs(column, row[i])) row[i] = convertFor(column, std::move(row[i]));
     checkRules(i, row[i]);
   }
   std::vector<std::optional<Bytes>> keys;
@@ -69,9 +73,8 @@ RowId Table::insert(Row row) {
     if (keys.back()) checkUnique(i, row, *keys.back(), std::nullopt);
   }
   checkParents(row, nullptr);
-  spareCells_.clear(row.size());
-  storeCells(row, spareCells_, nullptr);
-  const RowId id = rowIdOf(pages_->append(encodeRow(definition_, spareCells_)));
+  encodeNew(row);
+  const RowId id = rowIdOf(pages_->append(spareBytes_));
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     if (keys[i] && trees_[i]->insert({std::move(*keys[i]), id})) ++definition_.realIndexes[i].distinctKeys;
   }
@@ -80,6 +83,27 @@ RowId Table::insert(Row row) {
   if (observer_) observer_->rowChanged(*this, id, nullptr);
   spareRow_ = std::move(row);
   return id;
+}
+
+void Table::requireRowSize(std::size_t size) const {
+  if (size <= kMaximumRow) return;
+  throw AccessFileError(provider_number::kDataOverflow, "Table '" + name_ + "': the row is longer than 4,060 bytes.");
+}
+
+/// Into the spare bytes. A row without long values needs no plan of its parts.
+void Table::encodeNew(const Row& row) {
+  bool hasLong = false;
+  for (std::size_t i = 0; i < row.size() && !hasLong; ++i) {
+    hasLong = !isNull(row[i]) && isLongValue(definition_.columns[i].type);
+  }
+  if (hasLong) {
+    spareCells_.clear(row.size());
+    storeCells(row, spareCells_, nullptr);
+    encodeRow(spareBytes_, definition_, spareCells_);
+  } else {
+    encodeRow(spareBytes_, definition_, row);
+  }
+  requireRowSize(spareBytes_.size());
 }
 
 void Table::storeCells(const Row& row, StoredCells& cells, const std::vector<Change>* changes) {
@@ -107,13 +131,11 @@ void Table::storeCells(const Row& row, StoredCells& cells, const std::vector<Cha
 
 /// Long values leave the row when it would be too long with them.
 void Table::storeLongValues(const std::vector<std::pair<std::size_t, Bytes>>& values, StoredCells& cells) {
+  if (values.empty()) return;
   const bool mayStay = encodedRowSize(definition_, cells) <= kMaximumRow;
   if (!mayStay) {
     for (const auto& value : values) cells.shorten(value.first, long_value::kCell);
-    if (encodedRowSize(definition_, cells) > kMaximumRow) {
-      throw AccessFileError(provider_number::kDataOverflow,
-                            "Table '" + name_ + "': the row is longer than 4,060 bytes.");
-    }
+    requireRowSize(encodedRowSize(definition_, cells));
   }
   for (const auto& [i, value] : values) cells.set(i, longValues_.store(definition_.columns[i], value, mayStay));
 }
@@ -164,6 +186,7 @@ void Table::applyKeys(RowId id, const Row& before, const std::vector<KeyChange>&
 
 void Table::update(RowId id, const std::vector<Change>& changes) {
   requireKnownTypes();
+  loadRules();
   const Row before = keyRow(id);
   Row after = before;
   for (const Change& change : changes) {
@@ -178,8 +201,10 @@ void Table::update(RowId id, const std::vector<Change>& changes) {
   const StoredCells old = reader_.storedCells(id);
   spareCells_ = old;
   storeCells(after, spareCells_, &changes);
+  encodeRow(spareBytes_, definition_, spareCells_);
+  requireRowSize(spareBytes_.size());
   for (const Change& change : changes) removeLongValue(change.column, old);
-  storeRow(id, encodeRow(definition_, spareCells_));
+  storeRow(id, spareBytes_);
   applyKeys(id, before, keys);
   if (observer_) observer_->rowChanged(*this, id, &changes);
   cascadeUpdate(before, after);

@@ -47,10 +47,14 @@ std::vector<Weight> makeWeights() {
   return weights;
 }
 
-const Weight& weightOf(char16_t c) {
+const std::vector<Weight>& allWeights() {
   static const std::vector<Weight> weights = makeWeights();
+  return weights;
+}
+
+const Weight& weightOf(char16_t c) {
   static const Weight unknown;
-  return c < weights.size() ? weights[c] : unknown;
+  return c < allWeights().size() ? allWeights()[c] : unknown;
 }
 
 /// A note on what stands behind so many places.
@@ -127,11 +131,11 @@ class TextKeyParts {
 };
 
 /// Appends where the apostrophes, hyphens and control characters of a text stand, counted in the letters before them.
-void appendPlainNotes(Bytes& key, std::string_view text) {
+void appendPlainNotes(Bytes& key, std::string_view text, const Weight* ofCharacters) {
   key.insert(key.end(), 3, kSeparator);
   std::size_t places = 0;
   for (const char c : text) {
-    const Weight& weight = weightOf(static_cast<Byte>(c));
+    const Weight& weight = ofCharacters[static_cast<Byte>(c)];
     if (weight.kind == CharacterClass::kNote) {
       appendNote(key, places, weight.bytes[0]);
     } else {
@@ -144,12 +148,13 @@ void appendPlainNotes(Bytes& key, std::string_view text) {
 bool appendPlainKey(Bytes& key, std::string_view text) {
   text = text.substr(0, kMaximumText);
   text = text.substr(0, text.find_last_not_of(' ') + 1);
+  const Weight* const ofCharacters = allWeights().data();
   std::array<Byte, 2 * kMaximumText> weights;
   std::size_t size = 0;
   bool hasNotes = false;
   for (const char c : text) {
     if (static_cast<Byte>(c) >= 0x80) return false;
-    const Weight& weight = weightOf(static_cast<Byte>(c));
+    const Weight& weight = ofCharacters[static_cast<Byte>(c)];
     if (weight.kind == CharacterClass::kSimple) {
       std::memcpy(&weights[size], weight.bytes, sizeof weight.bytes);
       size += weight.size;
@@ -161,7 +166,7 @@ bool appendPlainKey(Bytes& key, std::string_view text) {
   }
   append(key, ByteView(weights).first(size));
   key.push_back(kSeparator);
-  if (hasNotes) appendPlainNotes(key, text);
+  if (hasNotes) appendPlainNotes(key, text, ofCharacters);
   key.push_back(kEnd);
   return true;
 }
