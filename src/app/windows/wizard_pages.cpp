@@ -95,16 +95,16 @@ QWidget* WizardPages::results() const {
   below->addWidget(unknownMasters(), 1);
   column->addWidget(grid, 1);
   column->addWidget(message);
-  column->addLayout(below);
   auto* controlTotals = new QLabel;
   controlTotals->setWordWrap(true);
   column->addWidget(controlTotals);
-  bind(refresh, screen.lblControlTotals, controlTotals);
+  column->addLayout(below);
   bind(refresh, screen.grid1, grid,
        {.pointed = [&form = screen](int row, int cell) { form.grid1_MouseMove(row, cell); },
         .cellToolTip = [&form = screen](int row, int cell) { return form.findingTextAt(row, cell); },
         .isNumeric = [&form = screen](std::string_view heading) { return isNumeric(form.catalogue(), heading); }});
   bind(refresh, screen.lblErrormsg, message);
+  bind(refresh, screen.lblControlTotals, controlTotals);
   page->setFocusProxy(grid);
   return page;
 }
