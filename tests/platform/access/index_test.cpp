@@ -43,6 +43,37 @@ TEST(TextKeys, FollowTheGeneralOrder) {
   }
 }
 
+/// Plain texts take a short way to their key, which must not be seen in it.
+TEST(TextKeys, OfPlainTextsAreThoseOfAllTexts) {
+  std::mt19937 random(7);
+  static constexpr char kOften[] = "aZ09 '-\x01_\xC3\xA9";
+  for (int i = 0; i < 20'000; ++i) {
+    std::string text(i % 300 == 299 ? 250 + random() % 10 : random() % 12, ' ');
+    for (char& c : text) c = static_cast<char>(random() % 2 == 0 ? random() % 128 : kOften[random() % 11]);
+    if (random() % 4 == 0) text += "  ";
+    for (const bool descending : {false, true}) {
+      Bytes key = {0x7F};
+      const bool hasKey = appendTextKey(key, text, descending);
+      const auto slow = textKey(toUtf16(text), descending);
+      ASSERT_EQ(hasKey, slow.has_value()) << text;
+      ASSERT_EQ(hex(ByteView(key).subspan(1)), hex(slow.value_or(Bytes()))) << text;
+    }
+  }
+}
+
+/// Ends are found whatever lies between them, on a full page and on an empty one.
+TEST(IndexPages, TheLastEndIsFound) {
+  Page page{};
+  EXPECT_EQ(EntryEnds(page).last(), 0u);
+  for (std::size_t end = 1; end <= kIndexCapacity; ++end) {
+    page.fill(Byte{0});
+    setEntryEnd(page, end);
+    ASSERT_EQ(EntryEnds(page).last(), end);
+    setEntryEnd(page, 1 + end / 3);
+    ASSERT_EQ(EntryEnds(page).last(), std::max(end, 1 + end / 3));
+  }
+}
+
 struct KeyOrder {
   ColumnType type;
   std::vector<Cell> ascending;
