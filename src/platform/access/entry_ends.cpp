@@ -1,6 +1,6 @@
 #include "platform/access/entry_ends.h"
 
-#include <array>
+#include <cstring>
 
 #include "platform/access/access_file_error.h"
 
@@ -19,6 +19,18 @@ std::size_t countBits(std::uint64_t word) {
   word = (word & 0x3333333333333333) + (word >> 2 & 0x3333333333333333);
   word = (word + (word >> 4)) & 0x0F0F0F0F0F0F0F0F;
   return static_cast<std::size_t>(word * 0x0101010101010101 >> 56);
+}
+
+/// True when no bit of so many words is set.
+template <std::size_t kCount>
+bool isBlank(const Byte* bits) {
+  std::uint64_t any = 0;
+  for (std::size_t i = 0; i < kCount; ++i) {
+    std::uint64_t word;
+    std::memcpy(&word, bits + i * sizeof word, sizeof word);
+    any |= word;
+  }
+  return any == 0;
 }
 
 }  // namespace
@@ -55,18 +67,9 @@ std::size_t EntryEnds::last() const {
   constexpr std::size_t kBlock = 8;
   static_assert(kLastWord % kBlock == 0);
   if (const std::uint64_t bits = wordAt(bits_, kLastWord)) return kLastWord * kBits + highest(bits);
-  std::array<std::uint64_t, kBlock> words;
-  for (std::size_t word = kLastWord; word > 0;) {
-    word -= kBlock;
-    std::memcpy(words.data(), bits_ + word * sizeof words[0], sizeof words);
-    std::uint64_t any = 0;
-    for (const std::uint64_t bits : words) any |= bits;
-    if (any == 0) continue;
-    std::size_t i = kBlock - 1;
-    while (words[i] == 0) --i;
-    return (word + i) * kBits + highest(words[i]);
-  }
-  return 0;
+  std::size_t end = kLastWord;
+  while (end > 0 && isBlank<kBlock>(bits_ + (end - kBlock) * sizeof(std::uint64_t))) end -= kBlock;
+  return end == 0 ? 0 : previous(end * kBits - 1);
 }
 
 void setEntryEnd(ByteSpan page, std::size_t end) {

@@ -46,6 +46,19 @@ std::uint64_t checksum(ByteView bytes, std::uint64_t seed) {
   return sum ^ sum >> 32;
 }
 
+/// The sum of side files that earlier versions left behind.
+std::uint64_t earlierChecksum(ByteView bytes, std::uint64_t seed) {
+  constexpr std::uint64_t kPrime = 0x9E3779B97F4A7C15;
+  std::uint64_t sum = seed ^ bytes.size();
+  std::size_t at = 0;
+  for (; at + 8 <= bytes.size(); at += 8) {
+    sum = (sum ^ u64At(bytes, at)) * kPrime;
+    sum ^= sum >> 29;
+  }
+  for (; at < bytes.size(); ++at) sum = (sum ^ bytes[at]) * kPrime;
+  return sum ^ sum >> 32;
+}
+
 bool isSameUnit(ByteView left, ByteView right, std::size_t at) {
   static_assert(kUnit == 2 * sizeof(std::uint64_t));
   return u64At(left, at) == u64At(right, at) && u64At(left, at + 8) == u64At(right, at + 8);
@@ -66,14 +79,14 @@ struct Record {
 };
 
 /// The records up to the first that is not whole.
-std::vector<Record> wholeRecords(ByteView log) {
+std::vector<Record> wholeRecords(ByteView log, RedoLog::Checksum checksumOf) {
   std::vector<Record> records;
   for (std::size_t at = kFileHeader; at + kRecordHeader <= log.size();) {
     const std::uint32_t length = u32At(log, at + 4);
     if (u32At(log, at) != kRecordMagic || length > log.size() - at - kRecordHeader) break;
     const ByteView ranges = log.subspan(at + kRecordHeader, length);
     const PageNumber pageCount = u32At(log, at + 8);
-    if (u64At(log, at + 12) != checksum(ranges, pageCount)) break;
+    if (u64At(log, at + 12) != checksumOf(ranges, pageCount)) break;
     at += kRecordHeader + length;
     records.push_back({pageCount, ranges, at});
   }
@@ -101,7 +114,7 @@ bool hasSweep(const std::vector<Record>& records) {
 }  // namespace
 
 RedoLog::RedoLog(FileSystem& files, std::string path, ByteView identity)
-    : files_(files), path_(std::move(path)), identity_(identity.begin(), identity.end()) {}
+    : files_(files), path_(std::move(path)), identity_(identity.begin(), identity.end()), checksum_(&checksum) {}
 
 void RedoLog::refuse() const {
   throw AccessFileError(provider_number::kUnspecified,
@@ -119,14 +132,16 @@ bool RedoLog::recover(const PageInFile& pageInFile, const ApplyRange& applyRange
     leftBehind->read(0, log);
   }
   if (log.size() < kFileHeader + kRecordHeader || u32At(log, 0) != kFileMagic) return false;
-  if (u64At(log, 4) != checksum(identity_, kFileMagic)) refuse();
-  const std::vector<Record> records = wholeRecords(log);
+  // The sum of the identity also tells which sum the whole file has.
+  checksum_ = u64At(log, 4) == earlierChecksum(identity_, kFileMagic) ? &earlierChecksum : &checksum;
+  if (u64At(log, 4) != checksum_(identity_, kFileMagic)) refuse();
+  const std::vector<Record> records = wholeRecords(log, checksum_);
   if (!hasSweep(records)) {
     for (const Record& record : records) {
       forEachRange(record.ranges, [&](PageNumber page, std::size_t offset, ByteView bytes) {
         if (offset != kBaseOffset || bytes.size() != sizeof(std::uint64_t)) return;
         const Page* const present = pageInFile(page);
-        if (!present || checksumOf(page, *present) != u64At(bytes, 0)) refuse();
+        if (!present || checksum_(*present, page) != u64At(bytes, 0)) refuse();
       });
     }
   }
@@ -176,7 +191,7 @@ void RedoLog::commit(PageNumber pageCount) {
   putU32(record_, 0, kRecordMagic);
   putU32(record_, 4, ranges.size());
   putU32(record_, 8, pageCount);
-  putU64(record_, 12, checksum(ranges, pageCount));
+  putU64(record_, 12, checksum_(ranges, pageCount));
   file_->write(length_, whole);
   length_ += recorded_;
   recorded_ = 0;
@@ -184,6 +199,7 @@ void RedoLog::commit(PageNumber pageCount) {
 }
 
 void RedoLog::start() {
+  checksum_ = &checksum;
   if (!file_) {
     file_ = files_.open(path_, OpenKind::kWriteOrCreate);
     file_->resize(0);

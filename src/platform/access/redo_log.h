@@ -43,6 +43,8 @@ class RedoLog {
   /// applied, when the database has been used by another program or replaced since.
   bool recover(const PageInFile& pageInFile, const ApplyRange& applyRange, const ApplyLength& applyLength);
 
+  using Checksum = std::uint64_t (*)(ByteView bytes, std::uint64_t seed);
+
   /// Parts of a page are recorded in multiples of this.
   static constexpr std::size_t kUnit = 16;
 
@@ -74,7 +76,9 @@ class RedoLog {
   std::string path_;
   Bytes identity_;
   std::unique_ptr<RandomAccessFile> file_;
-  Bytes record_;              ///< with room for more
+  /// Of the side file that is there: one that an earlier version left behind is finished in its own way.
+  Checksum checksum_;
+  Bytes record_;
   std::size_t recorded_ = 0;  ///< bytes of the record
   std::uint64_t length_ = 0;
 };

@@ -163,6 +163,70 @@ TEST(Safety, ASideFileOfAForeignStateIsRefused) {
   EXPECT_EQ(AccessDatabase::open("books.mdb", {.files = &files})->tableNames().size(), 3U);
 }
 
+/// The checksum of side files before it had four lanes.
+std::uint64_t earlierSum(ByteView bytes, std::uint64_t seed) {
+  constexpr std::uint64_t kPrime = 0x9E3779B97F4A7C15;
+  std::uint64_t sum = seed ^ bytes.size();
+  std::size_t at = 0;
+  for (; at + 8 <= bytes.size(); at += 8) {
+    sum = (sum ^ u64At(bytes, at)) * kPrime;
+    sum ^= sum >> 29;
+  }
+  for (; at < bytes.size(); ++at) sum = (sum ^ bytes[at]) * kPrime;
+  return sum ^ sum >> 32;
+}
+
+/// Gives a side file the sums that an earlier version would have written.
+void makeEarlier(Bytes& log, const Bytes& database) {
+  const auto page = [&database](std::uint32_t number) {
+    return ByteView(database).subspan(std::size_t{number} * kPageSize, kPageSize);
+  };
+  putU64(log, 4, earlierSum(page(0).subspan(header_at::kUserSlots), u32At(log, 0)));
+  for (std::size_t at = 12; at < log.size();) {
+    const std::size_t end = at + 20 + u32At(log, at + 4);
+    for (std::size_t range = at + 20; range < end; range += 8 + u16At(log, range + 6)) {
+      const std::uint32_t number = u32At(log, range);
+      if (u16At(log, range + 4) == 0xFFFF) putU64(log, range + 8, earlierSum(page(number), number));
+    }
+    putU64(log, at + 12, earlierSum(ByteView(log).subspan(at + 20, end - at - 20), u32At(log, at + 8)));
+    at = end;
+  }
+}
+
+/// An earlier version may have been killed before this one came; and this one while it restores.
+TEST(Safety, ASideFileOfAnEarlierVersionIsRepeated) {
+  FakeFileSystem files;
+  AccessDatabase::create("books.mdb", {.files = &files}).reset();
+  {
+    const auto database = AccessDatabase::open("books.mdb", {.files = &files});
+    for (const char* name : {"T1", "T2"}) {
+      SchemaChange(*database).createTable(name, {{.name = "A", .size = 1}});
+      database->commit();
+    }
+    files.killAtWrite(0);
+  }
+  files.revive();
+  const std::string side = RedoLog::pathFor("books.mdb");
+  makeEarlier(*files.files[side], *files.files["books.mdb"]);
+  const Bytes start = *files.files["books.mdb"];
+  const Bytes log = *files.files[side];
+  bool ranThrough = false;
+  for (int n = 0; !ranThrough; ++n) {
+    files.files["books.mdb"] = std::make_shared<Bytes>(start);
+    files.files[side] = std::make_shared<Bytes>(log);
+    files.killAtWrite(n);
+    try {
+      AccessDatabase::open("books.mdb", {.files = &files}).reset();
+    } catch (const Killed&) {
+    }
+    ranThrough = !files.isDead();
+    files.revive();
+    const auto database = AccessDatabase::open("books.mdb", {.files = &files});
+    ASSERT_EQ(database->tableNames().size(), 2U) << "killed in write " << n;
+    ASSERT_EQ(allFaults(*database), "") << "killed in write " << n;
+  }
+}
+
 /// After a failed write the file can be opened anew although the program still holds the old object.
 TEST(Safety, AnAbandonedFileIsOpenedAnew) {
   FakeFileSystem files;
