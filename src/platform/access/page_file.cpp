@@ -13,6 +13,8 @@ namespace {
 
 /// Frames that are kept for the next use, because making them costs more than filling them.
 constexpr std::size_t kSpareFrames = PageFile::kCachedPages / 8;
+/// More memory than this is not kept for the next transaction.
+constexpr std::size_t kUsualTransaction = 1u << 20;
 /// Pages that are read at once after so many were asked for in their order.
 constexpr PageNumber kRun = 8;
 constexpr unsigned kInOrder = 2;
@@ -179,8 +181,7 @@ PageFile::Frame& PageFile::startChange(PageNumber number) {
   }
   ++version_;
   Frame& target = frame(number);
-  if (!target.changed) {
-    target.changed = true;
+  if (target.changes++ == 0) {
     changed_.push_back(number);
 #ifndef NDEBUG
     wholes_[number] = target.page;
@@ -218,11 +219,12 @@ void PageFile::markUnsaved(PageNumber number, Frame& target) {
 
 #ifndef NDEBUG
 bool PageFile::keepsEnough() const {
-  return std::all_of(wholes_.begin(), wholes_.end(), [this](const auto& whole) {
-    Page page = frames_[whole.first]->page;
-    restoreKept(whole.first, page);
-    return page == whole.second;
-  });
+  std::map<PageNumber, Page> restored;
+  for (const auto& whole : wholes_) restored[whole.first] = frames_[whole.first]->page;
+  for (auto kept = kept_.rbegin(); kept != kept_.rend(); ++kept) {
+    std::memcpy(&restored[kept->page][kept->part.offset], &keptBytes_[kept->at], kept->part.size);
+  }
+  return restored == wholes_;
 }
 #endif
 
@@ -251,10 +253,17 @@ void PageFile::commit() {
 }
 
 void PageFile::endTransaction() {
-  for (const PageNumber number : changed_) frames_[number]->changed = frames_[number]->isKept = false;
+  for (const PageNumber number : changed_) {
+    frames_[number]->changes = 0;
+    frames_[number]->isKept = false;
+  }
   changed_.clear();
   kept_.clear();
   keptBytes_.clear();
+  if (keptBytes_.capacity() > kUsualTransaction) {
+    keptBytes_.shrink_to_fit();
+    kept_.shrink_to_fit();
+  }
   bases_.clear();
 #ifndef NDEBUG
   wholes_.clear();
@@ -262,16 +271,12 @@ void PageFile::endTransaction() {
 }
 
 /// Backwards, because a later part may have been kept in a state that the transaction had made itself.
-void PageFile::restoreKept(PageNumber number, Page& page) const {
-  for (auto kept = kept_.rbegin(); kept != kept_.rend(); ++kept) {
-    if (kept->page == number) std::memcpy(&page[kept->part.offset], &keptBytes_[kept->at], kept->part.size);
-  }
-}
-
 void PageFile::rollback() {
   ++version_;
   assert(keepsEnough());
-  for (const PageNumber number : changed_) restoreKept(number, frames_[number]->page);
+  for (auto kept = kept_.rbegin(); kept != kept_.rend(); ++kept) {
+    std::memcpy(&frames_[kept->page]->page[kept->part.offset], &keptBytes_[kept->at], kept->part.size);
+  }
   endTransaction();
   for (PageNumber number = committedPages_; number < pageCount_; ++number) cached_ -= frames_[number] ? 1 : 0;
   pageCount_ = committedPages_;
@@ -310,7 +315,7 @@ void PageFile::trim() {
   for (PageNumber steps = 2 * pageCount_; steps > 0 && cached_ > kCachedPages - kCachedPages / 8; --steps) {
     trimHand_ = trimHand_ + 1 < pageCount_ ? trimHand_ + 1 : 0;
     auto& slot = frames_[trimHand_];
-    if (!slot || slot->unsaved || slot->changed) continue;
+    if (!slot || slot->unsaved || slot->changes > 0) continue;
     if (slot->used) {
       slot->used = false;
     } else {

@@ -51,11 +51,15 @@ class PageFile {
   /// The page, to be changed within the transaction.
   Page& change(PageNumber number) { return change(number, std::array{ByteRange{0, kPageSize}}); }
   /// The same, when nothing is changed outside of some parts of the page: only these are kept for a rollback, and
-  /// compared for the side file.
+  /// compared for the side file. A page that is changed again is kept as a whole, however many changes follow.
   template <std::size_t kCount>
   Page& change(PageNumber number, const std::array<ByteRange, kCount>& parts) {
     Frame& target = startChange(number);
-    for (const ByteRange& part : parts) keep(number, target, part);
+    if (target.changes > 1) {
+      keep(number, target, {0, kPageSize});
+    } else {
+      for (const ByteRange& part : parts) keep(number, target, part);
+    }
     return target.page;
   }
   /// A new page of zeros at the end. Throws at the limit of 2 GB.
@@ -88,8 +92,8 @@ class PageFile {
  private:
   struct Frame {
     Page page;             // as read, or filled with zeros, by whoever makes the frame
-    bool changed = false;  // in the transaction
-    bool isKept = false;   // as a whole, as it was before the transaction
+    unsigned changes = 0;  // in the transaction
+    bool isKept = false;   // as a whole
     bool unsaved = false;
     bool used = false;
   };
@@ -115,7 +119,6 @@ class PageFile {
   bool sweepIsDue() const;
   Frame& startChange(PageNumber number);
   void keep(PageNumber number, Frame& target, ByteRange part);
-  void restoreKept(PageNumber number, Page& page) const;
   void endTransaction();
 
   FileSystem& files_;

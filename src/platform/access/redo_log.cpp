@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <limits>
 #include <vector>
 
 #include "platform/access/access_file_error.h"
@@ -185,6 +186,9 @@ void RedoLog::addChange(PageNumber page, std::size_t offset, ByteView before, By
 
 void RedoLog::commit(PageNumber pageCount) {
   if (recorded_ == 0) return;
+  if (recorded_ > std::numeric_limits<std::uint32_t>::max()) {
+    throw AccessFileError(provider_number::kUnspecified, path_ + ": one statement changes more than can be stored.");
+  }
   if (length_ == 0) start();
   const ByteView whole = ByteView(record_).first(recorded_);
   const ByteView ranges = whole.subspan(kRecordHeader);

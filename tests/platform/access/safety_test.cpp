@@ -163,6 +163,34 @@ TEST(Safety, ASideFileOfAForeignStateIsRefused) {
   EXPECT_EQ(AccessDatabase::open("books.mdb", {.files = &files})->tableNames().size(), 3U);
 }
 
+/// However often one statement changes a page, no more than the page has to be kept and recorded.
+TEST(Safety, ManyChangesOfOnePageInOneStatementStaySmall) {
+  FakeFileSystem files;
+  const auto database = AccessDatabase::create("books.mdb", {.files = &files});
+  SchemaChange schema(*database);
+  schema.createTable("Rows", {{.name = "Id", .type = ColumnType::kLong}, {.name = "T", .size = 100}});
+  schema.createIndex("Rows", {.name = "Text", .columns = {{"T"}}});
+  Table& table = database->table("Rows");
+  std::vector<RowId> rows;
+  for (int i = 0; i < 400; ++i) rows.push_back(table.insert({std::int64_t{i}, std::string(60, 'a')}));
+  database->commit();
+  database->file().sweep();
+  const auto changeAll = [&] {
+    for (int round = 0; round < 20; ++round) {
+      for (const RowId row : rows) table.update(row, {{1, std::string(60, static_cast<char>('b' + round))}});
+    }
+  };
+  const Bytes before = *files.files["books.mdb"];
+  changeAll();
+  database->rollback();
+  EXPECT_EQ(table.rows().cell(rows[0], 1), Cell(std::string(60, 'a')));
+  changeAll();
+  database->commit();
+  EXPECT_LT(files.files["books.mdb-changes"]->size(), 3 * before.size());
+  EXPECT_EQ(table.rows().cell(rows[399], 1), Cell(std::string(60, 'u')));
+  EXPECT_EQ(allFaults(*database), "");
+}
+
 /// The checksum of side files before it had four lanes.
 std::uint64_t earlierSum(ByteView bytes, std::uint64_t seed) {
   constexpr std::uint64_t kPrime = 0x9E3779B97F4A7C15;
