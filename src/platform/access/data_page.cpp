@@ -63,6 +63,7 @@ std::array<ByteRange, 2> DataPageEditor::partsOfInsert(const DataPage& page, std
 
 std::array<ByteRange, 2> DataPageEditor::partsOfReplace(const DataPage& page, std::size_t row, std::size_t newSize) {
   const Slot slot = page.slot(row);
+  if (newSize == slot.size()) return {{{data_at::kSlots + 2 * row, 2}, {slot.start, newSize}}};
   const std::size_t lowest = page.lowest() - (newSize > slot.size() ? newSize - slot.size() : 0);
   return {{{0, data_at::kSlots + 2 * page.slotCount()}, {lowest, slot.end - lowest}}};
 }
@@ -86,6 +87,7 @@ bool DataPage::canReplace(std::size_t row, std::size_t newSize) const {
 void DataPageEditor::resize(std::size_t row, std::size_t newSize) {
   const DataPage page(page_);
   const Slot slot = page.slot(row);
+  if (newSize == slot.size()) return;
   const std::size_t lowest = page.lowest();
   const auto shift = static_cast<std::ptrdiff_t>(slot.size()) - static_cast<std::ptrdiff_t>(newSize);
   std::memmove(page_.data() + static_cast<std::ptrdiff_t>(lowest) + shift, page_.data() + lowest, slot.start - lowest);

@@ -181,7 +181,8 @@ PageFile::Frame& PageFile::startChange(PageNumber number) {
   }
   ++version_;
   Frame& target = frame(number);
-  if (target.changes++ == 0) {
+  if (!target.changed) {
+    target.changed = true;
     changed_.push_back(number);
 #ifndef NDEBUG
     wholes_[number] = target.page;
@@ -197,6 +198,7 @@ void PageFile::keep(PageNumber number, Frame& target, ByteRange part) {
   const std::size_t end = (part.offset + part.size + RedoLog::kUnit - 1) / RedoLog::kUnit * RedoLog::kUnit;
   kept_.push_back({number, {offset, end - offset}, keptBytes_.size()});
   access::append(keptBytes_, ByteView(target.page).subspan(offset, end - offset));
+  target.keptBytes += end - offset;
   target.isKept = end - offset == kPageSize;
 }
 
@@ -254,8 +256,9 @@ void PageFile::commit() {
 
 void PageFile::endTransaction() {
   for (const PageNumber number : changed_) {
-    frames_[number]->changes = 0;
-    frames_[number]->isKept = false;
+    Frame& ended = *frames_[number];
+    ended.changed = ended.isKept = false;
+    ended.keptBytes = 0;
   }
   changed_.clear();
   kept_.clear();
@@ -315,7 +318,7 @@ void PageFile::trim() {
   for (PageNumber steps = 2 * pageCount_; steps > 0 && cached_ > kCachedPages - kCachedPages / 8; --steps) {
     trimHand_ = trimHand_ + 1 < pageCount_ ? trimHand_ + 1 : 0;
     auto& slot = frames_[trimHand_];
-    if (!slot || slot->unsaved || slot->changes > 0) continue;
+    if (!slot || slot->unsaved || slot->changed) continue;
     if (slot->used) {
       slot->used = false;
     } else {

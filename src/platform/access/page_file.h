@@ -51,11 +51,11 @@ class PageFile {
   /// The page, to be changed within the transaction.
   Page& change(PageNumber number) { return change(number, std::array{ByteRange{0, kPageSize}}); }
   /// The same, when nothing is changed outside of some parts of the page: only these are kept for a rollback, and
-  /// compared for the side file. A page that is changed again is kept as a whole, however many changes follow.
+  /// compared for the side file. A page of which much is kept already is kept as a whole, however many changes follow.
   template <std::size_t kCount>
   Page& change(PageNumber number, const std::array<ByteRange, kCount>& parts) {
     Frame& target = startChange(number);
-    if (target.changes > 1) {
+    if (target.keptBytes > kPageSize / 2) {
       keep(number, target, {0, kPageSize});
     } else {
       for (const ByteRange& part : parts) keep(number, target, part);
@@ -92,8 +92,9 @@ class PageFile {
  private:
   struct Frame {
     Page page;             // as read, or filled with zeros, by whoever makes the frame
-    unsigned changes = 0;  // in the transaction
+    bool changed = false;  // in the transaction
     bool isKept = false;   // as a whole
+    std::size_t keptBytes = 0;
     bool unsaved = false;
     bool used = false;
   };
