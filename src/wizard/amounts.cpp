@@ -11,6 +11,10 @@ namespace orva {
 
 std::optional<Currency> amountIn(std::string_view text) {
   constexpr double kLargest = 9e14;
+  constexpr Currency kLargestAmount = Currency::fromWhole(900'000'000'000'000);
+  // Most amounts are plain decimals, which need no number beside them.
+  const auto exact = Currency::parse(text);
+  if (exact && *exact <= kLargestAmount && *exact >= -kLargestAmount) return exact;
   if (!isNumeric(text) || std::fabs(val(text)) > kLargest) return std::nullopt;
   return Value(trim(text)).toCurrency();
 }

@@ -57,11 +57,11 @@ PageNumber IndexTree::edgeLeaf(PageNumber from, bool rightmost) const {
 }
 
 /// The leaf at the end of the path, for whoever need not know the path.
-PageNumber IndexTree::leafFor(ByteView wanted) const {
+IndexTree::Leaf IndexTree::leafFor(ByteView wanted) const {
   PageNumber page = root_;
   for (std::size_t depth = 0;; ++depth) {
     const IndexPageView content = view(page);
-    if (content.isLeaf()) return page;
+    if (content.isLeaf()) return {page, content};
     if (depth >= kDeepest) file_.fail(page, "the pages of an index form a ring");
     const PageNumber child = file_.at(page, [&] { return content.childFor(wanted); });
     if (child == 0) file_.fail(page, "an index node has no children");
@@ -71,15 +71,16 @@ PageNumber IndexTree::leafFor(ByteView wanted) const {
 
 IndexCursor IndexTree::lowerBound(ByteView wanted) const {
   IndexCursor cursor(*this);
-  const PageNumber leaf = leafFor(wanted);
-  cursor.standAt(leaf, file_.at(leaf, [&] { return view(leaf).placeOf(wanted); }));
+  const Leaf leaf = leafFor(wanted);
+  cursor.standAt(leaf.page, leaf.content, file_.at(leaf.page, [&] { return leaf.content.placeOf(wanted); }));
   return cursor;
 }
 
 IndexCursor IndexTree::before(ByteView wanted) const {
   IndexCursor cursor(*this);
-  PageNumber leaf = leafFor(wanted);
-  std::size_t end = file_.at(leaf, [&] { return view(leaf).placeOf(wanted); });
+  const Leaf found = leafFor(wanted);
+  PageNumber leaf = found.page;
+  std::size_t end = file_.at(leaf, [&] { return found.content.placeOf(wanted); });
   for (PageNumber steps = 0; end == 0; ++steps) {
     leaf = view(leaf).previous();
     if (leaf == 0 || steps > file_.pageCount()) return cursor;
@@ -97,11 +98,12 @@ IndexCursor IndexTree::last() const {
   return cursor;
 }
 
-void IndexCursor::standAt(PageNumber page, std::size_t place) {
+void IndexCursor::standAt(PageNumber page, std::size_t place) { standAt(page, tree_->view(page), place); }
+
+void IndexCursor::standAt(PageNumber page, IndexPageView content, std::size_t place) {
   valid_ = false;
   version_ = tree_->version_;
-  for (PageNumber steps = 0; page != 0; ++steps) {
-    const IndexPageView content = tree_->view(page);
+  for (PageNumber steps = 0;; ++steps) {
     if (!content.isLeaf() || steps > tree_->file_.pageCount()) {
       tree_->file_.fail(page, "the chain of index leaves is broken");
     }
@@ -113,6 +115,8 @@ void IndexCursor::standAt(PageNumber page, std::size_t place) {
       return;
     }
     page = content.next();
+    if (page == 0) return;
+    content = tree_->view(page);
     place = 0;
   }
 }

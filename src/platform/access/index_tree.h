@@ -40,6 +40,7 @@ class IndexCursor {
   explicit IndexCursor(const IndexTree& tree) : tree_(&tree) {}
   /// On the entry that starts at a place of a leaf, or the first one on the leaves behind it.
   void standAt(PageNumber page, std::size_t place);
+  void standAt(PageNumber page, IndexPageView content, std::size_t place);
 
   const IndexTree* tree_;
   std::uint64_t version_ = 0;
@@ -89,6 +90,10 @@ class IndexTree {
     std::size_t place;  // where the entry starts that leads on, or the first one of a leaf that is not less
     std::size_t end;    // of the entry that leads on; 0 for a tail and for leaves
   };
+  struct Leaf {
+    PageNumber page;
+    IndexPageView content;
+  };
   /// The way from the root down to a leaf.
   class Path {
    public:
@@ -112,7 +117,7 @@ class IndexTree {
 
   IndexPageView view(PageNumber page) const;
   Path descend(ByteView wanted) const;
-  PageNumber leafFor(ByteView wanted) const;
+  Leaf leafFor(ByteView wanted) const;
   PageNumber edgeLeaf(PageNumber from, bool rightmost) const;
   std::size_t numberOf(const Step& step) const { return view(step.page).ends().countUpTo(step.place); }
   PageNumber newPage();

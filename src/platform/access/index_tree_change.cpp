@@ -175,8 +175,9 @@ Bytes IndexTree::lastEntry(PageNumber page) const {
 
 bool IndexTree::erase(const IndexEntry& entry) {
   const Bytes bytes = entry.bytes();
-  const PageNumber leaf = leafFor(bytes);
-  const IndexPageView content = view(leaf);
+  const Leaf found = leafFor(bytes);
+  const PageNumber leaf = found.page;
+  const IndexPageView& content = found.content;
   const std::size_t place = file_.at(leaf, [&] { return content.placeOf(bytes); });
   const std::size_t end = content.endOfEntryAt(place);
   if (end == 0 || file_.at(leaf, [&] { return content.entryEndingAt(end); }) != bytes) return false;

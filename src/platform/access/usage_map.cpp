@@ -65,31 +65,32 @@ std::vector<PageNumber> UsageMap::bitPages() const {
   return pages;
 }
 
-std::vector<UsageMap::Window> UsageMap::windows() const {
-  const ByteView bytes = row();
+/// How many runs of bits the map may have.
+PageNumber UsageMap::windowCount(ByteView row) const {
+  return isInline() ? 1 : static_cast<PageNumber>(std::min((row.size() - 1) / 4, kReferences));
+}
+
+/// A run of bits; nothing when the map has no such run.
+std::optional<UsageMap::Window> UsageMap::window(ByteView row, PageNumber number) const {
   if (isInline()) {
-    const std::uint32_t first = u32At(bytes, 1);
+    const std::uint32_t first = u32At(row, 1);
     if (first >= kMaximumPages) file_.fail(address_.page, "a map of pages starts past the largest page");
-    return {
-        {first, static_cast<PageNumber>((bytes.size() - kInlineHead) * 8), address_.page, rowOffset() + kInlineHead}};
+    return Window{first, static_cast<PageNumber>((row.size() - kInlineHead) * 8), address_.page,
+                  rowOffset() + kInlineHead};
   }
-  std::vector<Window> found;
-  for (PageNumber k = 0; 1 + 4 * k + 4 <= bytes.size() && k < kReferences; ++k) {
-    const std::uint32_t page = u32At(bytes, 1 + 4 * k);
-    if (page == 0 || page >= kMaximumPages) continue;
-    if (file_.page(page)[0] != static_cast<Byte>(PageType::kUsageBits)) {
-      file_.fail(page, "this is not the page of usage bits that a map refers to");
-    }
-    found.push_back({k * kPagesPerBitPage, kPagesPerBitPage, page, kBitPageHead});
+  const std::uint32_t page = u32At(row, 1 + std::size_t{4} * number);
+  if (page == 0 || page >= kMaximumPages) return std::nullopt;
+  if (file_.page(page)[0] != static_cast<Byte>(PageType::kUsageBits)) {
+    file_.fail(page, "this is not the page of usage bits that a map refers to");
   }
-  return found;
+  return Window{number * kPagesPerBitPage, kPagesPerBitPage, page, kBitPageHead};
 }
 
 std::optional<UsageMap::Window> UsageMap::windowOf(PageNumber page) const {
-  for (const Window& window : windows()) {
-    if (page >= window.first && page - window.first < window.count) return window;
-  }
-  return std::nullopt;
+  const ByteView bytes = row();
+  const PageNumber number = isInline() ? 0 : page / kPagesPerBitPage;
+  const auto found = number < windowCount(bytes) ? window(bytes, number) : std::nullopt;
+  return found && page >= found->first && page - found->first < found->count ? found : std::nullopt;
 }
 
 bool UsageMap::contains(PageNumber page) const {
@@ -98,22 +99,25 @@ bool UsageMap::contains(PageNumber page) const {
 }
 
 std::optional<PageNumber> UsageMap::next(PageNumber from) const {
-  for (const Window& window : windows()) {
-    if (window.first + window.count <= from) continue;
-    const ByteView bits = ByteView(file_.page(window.page)).subspan(window.offset, window.count / 8);
-    const auto bit = nextBit(bits, from > window.first ? from - window.first : 0);
-    if (bit) return window.first + *bit;
+  const ByteView bytes = row();
+  for (PageNumber number = isInline() ? 0 : from / kPagesPerBitPage; number < windowCount(bytes); ++number) {
+    const auto run = window(bytes, number);
+    if (!run || run->first + run->count <= from) continue;
+    const ByteView bits = ByteView(file_.page(run->page)).subspan(run->offset, run->count / 8);
+    const auto bit = nextBit(bits, from > run->first ? from - run->first : 0);
+    if (bit) return run->first + *bit;
   }
   return std::nullopt;
 }
 
 std::optional<PageNumber> UsageMap::previous(PageNumber from) const {
-  const auto all = windows();
-  for (auto window = all.rbegin(); window != all.rend(); ++window) {
-    if (window->first > from || window->count == 0) continue;
-    const ByteView bits = ByteView(file_.page(window->page)).subspan(window->offset, window->count / 8);
-    const auto bit = previousBit(bits, std::min(from - window->first, window->count - 1));
-    if (bit) return window->first + *bit;
+  const ByteView bytes = row();
+  for (PageNumber number = windowCount(bytes); number-- > 0;) {
+    const auto run = window(bytes, number);
+    if (!run || run->first > from || run->count == 0) continue;
+    const ByteView bits = ByteView(file_.page(run->page)).subspan(run->offset, run->count / 8);
+    const auto bit = previousBit(bits, std::min(from - run->first, run->count - 1));
+    if (bit) return run->first + *bit;
   }
   return std::nullopt;
 }
@@ -151,7 +155,7 @@ bool UsageMap::moveWindow(PageNumber page) {
   const auto lowest = next(0);
   const auto highest = previous(kMaximumPages);
   const PageNumber first = std::min(lowest.value_or(page), page) & ~PageNumber{7};
-  if (std::max(highest.value_or(page), page) - first >= windows()[0].count) return false;
+  if (std::max(highest.value_or(page), page) - first >= window(row(), 0)->count) return false;
   std::vector<PageNumber> members;
   forEach([&members](PageNumber member) { members.push_back(member); });
   const std::size_t at = rowOffset();

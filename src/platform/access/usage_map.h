@@ -48,7 +48,8 @@ class UsageMap {
   ByteView row() const;
   std::size_t rowOffset() const;
   bool isInline() const { return row()[0] == 0; }
-  std::vector<Window> windows() const;
+  PageNumber windowCount(ByteView row) const;
+  std::optional<Window> window(ByteView row, PageNumber number) const;
   std::optional<Window> windowOf(PageNumber page) const;
   bool set(PageNumber page, bool value);
   bool moveWindow(PageNumber page);

@@ -321,10 +321,12 @@ class Planner {
     for (std::size_t i = 0; i < best_.conditions.size(); ++i) {
       auto& usage = info_.aConstraintUsage[best_.conditions[i]];
       usage.argvIndex = static_cast<int>(i) + 1;
-      // The expression need not be worked out again for every row found.
+      // The entries of a look-up hold the very values that SQLite sees, and an expression is dear: rows that a
+      // look-up finds as equal need no second test.
       const int column = info_.aConstraint[best_.conditions[i]].iColumn;
       const bool isEqual = info_.aConstraint[best_.conditions[i]].op == SQLITE_INDEX_CONSTRAINT_EQ;
-      if (isEqual && column > static_cast<int>(table_.layout.columns.size())) usage.omit = 1;
+      const bool isExpression = column > static_cast<int>(table_.layout.columns.size());
+      if (isEqual && (isExpression || best_.plan.way == AccessPlan::Way::kLookup)) usage.omit = 1;
     }
     info_.estimatedCost = best_.cost;
     info_.estimatedRows = static_cast<sqlite3_int64>(best_.rows);

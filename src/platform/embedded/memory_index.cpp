@@ -1,6 +1,8 @@
 #include "platform/embedded/memory_index.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace orva::embedded {
 namespace {
@@ -30,13 +32,44 @@ std::size_t MemoryIndex::Block::lowerBound(std::string_view wanted) const {
   return low;
 }
 
+/// Zeros follow a short entry. Beginnings that differ stand in the order of their entries.
+MemoryIndex::Beginning MemoryIndex::beginningOf(std::string_view entry) {
+  Beginning beginning{};
+  std::memcpy(beginning.data(), entry.data(), std::min(entry.size(), sizeof beginning));
+  if constexpr (std::endian::native == std::endian::little) {
+    for (std::uint64_t& word : beginning) word = __builtin_bswap64(word);
+  }
+  return beginning;
+}
+
 /// The first block whose last entry is not below `wanted`.
 std::size_t MemoryIndex::blockOf(std::string_view wanted) const {
-  const auto found = std::lower_bound(blocks_.begin(), blocks_.end(), wanted,
-                                      [](const std::unique_ptr<Block>& block, std::string_view text) {
-                                        return block->entry(block->size() - 1) < text;
-                                      });
-  return static_cast<std::size_t>(found - blocks_.begin());
+  const Beginning beginning = beginningOf(wanted);
+  std::size_t low = 0;
+  std::size_t high = blocks_.size();
+  while (low < high) {
+    const std::size_t middle = (low + high) / 2;
+    const Block& block = *blocks_[middle];
+    const bool isBelow =
+        lasts_[middle] == beginning ? block.entry(block.size() - 1) < wanted : lasts_[middle] < beginning;
+    if (isBelow) {
+      low = middle + 1;
+    } else {
+      high = middle;
+    }
+  }
+  return low;
+}
+
+void MemoryIndex::addBlock(std::size_t at, std::unique_ptr<Block> block) {
+  blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(at), std::move(block));
+  lasts_.emplace(lasts_.begin() + static_cast<std::ptrdiff_t>(at));
+  noteLast(at);
+}
+
+void MemoryIndex::noteLast(std::size_t at) {
+  const Block& block = *blocks_[at];
+  if (block.size() > 0) lasts_[at] = beginningOf(block.entry(block.size() - 1));
 }
 
 void MemoryIndex::Cursor::standOn(std::size_t block, std::size_t place) {
@@ -89,7 +122,7 @@ void MemoryIndex::Cursor::previous() {
 }
 
 void MemoryIndex::insert(std::string_view entry) {
-  if (blocks_.empty()) blocks_.push_back(std::make_unique<Block>());
+  if (blocks_.empty()) addBlock(0, std::make_unique<Block>());
   std::size_t at = blocks_.size() - 1;
   std::size_t place = blocks_[at]->size();
   // Most tables are read in the order of some key.
@@ -100,6 +133,7 @@ void MemoryIndex::insert(std::string_view entry) {
   if (place < blocks_[at]->size() && blocks_[at]->entry(place) == entry) return;
   if (blocks_[at]->size() > 0 && blocks_[at]->bytes.size() + entry.size() > kFullBlock) makeRoom(at, place);
   blocks_[at]->insert(place, entry);
+  if (place + 1 == blocks_[at]->size()) noteLast(at);
   ++size_;
   ++version_;
 }
@@ -119,13 +153,12 @@ void MemoryIndex::Block::insert(std::size_t place, std::string_view entry) {
 void MemoryIndex::makeRoom(std::size_t& at, std::size_t& place) {
   Block& left = *blocks_[at];
   const bool ascending = at + 1 == blocks_.size() && place == left.size();
-  const auto behind = [this](std::size_t block) { return blocks_.begin() + static_cast<std::ptrdiff_t>(block); };
   if (ascending || left.size() == 1) {
     at += place == 0 ? 0 : 1;
     place = 0;
     left.bytes.shrink_to_fit();
     left.ends.shrink_to_fit();
-    blocks_.insert(behind(at), std::make_unique<Block>());
+    addBlock(at, std::make_unique<Block>());
     return;
   }
   const std::size_t kept = left.size() / 2;
@@ -136,7 +169,8 @@ void MemoryIndex::makeRoom(std::size_t& at, std::size_t& place) {
   for (std::uint32_t& end : right->ends) end -= cut;
   left.bytes.resize(cut);
   left.ends.resize(kept);
-  blocks_.insert(behind(at + 1), std::move(right));
+  noteLast(at);
+  addBlock(at + 1, std::move(right));
   if (place <= kept) return;
   ++at;
   place -= kept;
@@ -156,6 +190,8 @@ void MemoryIndex::pack() {
     block.reset();
   }
   blocks_ = std::move(packed);
+  lasts_.resize(blocks_.size());
+  for (std::size_t at = 0; at < blocks_.size(); ++at) noteLast(at);
   ++version_;
 }
 
@@ -170,7 +206,12 @@ void MemoryIndex::erase(std::string_view entry) {
   block.bytes.erase(first, first + static_cast<std::ptrdiff_t>(entry.size()));
   block.ends.erase(block.ends.begin() + static_cast<std::ptrdiff_t>(place));
   for (std::size_t i = place; i < block.size(); ++i) block.ends[i] -= static_cast<std::uint32_t>(entry.size());
-  if (block.size() == 0) blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(at));
+  if (block.size() > 0) {
+    noteLast(at);
+  } else {
+    blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(at));
+    lasts_.erase(lasts_.begin() + static_cast<std::ptrdiff_t>(at));
+  }
   --size_;
   ++version_;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -59,10 +60,17 @@ class MemoryIndex {
     void insert(std::size_t place, std::string_view entry);
   };
 
+  /// The first bytes of an entry, to be compared without a look at the entry itself.
+  using Beginning = std::array<std::uint64_t, 4>;
+
+  static Beginning beginningOf(std::string_view entry);
   std::size_t blockOf(std::string_view wanted) const;
   void makeRoom(std::size_t& at, std::size_t& place);
+  void addBlock(std::size_t at, std::unique_ptr<Block> block);
+  void noteLast(std::size_t at);
 
   std::vector<std::unique_ptr<Block>> blocks_;
+  std::vector<Beginning> lasts_;  ///< of the last entry of each block
   std::size_t size_ = 0;
   std::uint64_t version_ = 0;
 };

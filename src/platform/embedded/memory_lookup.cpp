@@ -43,6 +43,10 @@ Scalar Evaluator::value(const LookupPart& part, const std::string& columnName, c
 
 MemoryLookup::MemoryLookup(const access::Table& table, std::vector<LookupPart> parts, Evaluator& evaluator)
     : parts_(std::move(parts)), evaluator_(evaluator) {
+  for (const LookupPart& part : parts_) {
+    const std::string& name = table.definition().columns[part.column].name;
+    isLength_.push_back(part.expression == "orva_len(" + quoteName(name) + ")");
+  }
   for (access::RowScan scan = table.scan(); scan.next();) {
     index_.insert(entryFor(table, scan.row()));
     if (index_.size() % 1024 == 0) table.letGoOfPages();
@@ -59,10 +63,15 @@ bool MemoryLookup::uses(const std::vector<access::Change>& changes) const {
 
 std::string MemoryLookup::entryFor(const access::Table& table, access::RowId row) {
   std::string entry;
-  for (const LookupPart& part : parts_) {
-    const auto plain = part.expression.empty() ? table.rows().plainText(row, part.column) : std::nullopt;
-    if (plain) {
-      appendTextSortKey(entry, *plain);
+  for (std::size_t i = 0; i < parts_.size(); ++i) {
+    const LookupPart& part = parts_[i];
+    const bool isSimple = part.expression.empty() || isLength_[i];
+    if (const auto plain = isSimple ? table.rows().plainText(row, part.column) : std::nullopt) {
+      if (isLength_[i]) {
+        appendSortKey(entry, static_cast<std::int64_t>(plain->size()));
+      } else {
+        appendTextSortKey(entry, *plain);
+      }
       continue;
     }
     const Scalar cell = scalarOf(table.rows().cell(row, part.column));

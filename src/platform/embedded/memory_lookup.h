@@ -55,6 +55,7 @@ class MemoryLookup {
 
  private:
   std::vector<LookupPart> parts_;
+  std::vector<bool> isLength_;  ///< of each part: the length of the column's text, which needs no evaluator
   Evaluator& evaluator_;
   MemoryIndex index_;
 };

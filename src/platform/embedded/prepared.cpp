@@ -1,7 +1,6 @@
 #include "platform/embedded/prepared.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <numeric>
 #include <utility>
@@ -26,29 +25,50 @@ std::uint64_t lowered(std::uint64_t word) {
   return word | ((fromA & ~behindZ & kOnes * 0x80) >> 2);
 }
 
-/// An ASCII name in small letters with its hash; not `isUsable` when it is too long or holds other letters.
-struct FoldedName {
-  std::array<std::uint64_t, 8> words;
-  std::uint64_t hash = 0;
-  bool isUsable = true;
+std::uint64_t wordAt(const char* at) {
+  std::uint64_t word;
+  std::memcpy(&word, at, sizeof word);
+  return word;
+}
 
-  explicit FoldedName(std::string_view name) {
-    std::size_t at = 0;
-    for (std::uint64_t& folded : words) {
-      if (at >= name.size()) break;
-      std::uint64_t word = 0;
-      std::memcpy(&word, name.data() + at, std::min(name.size() - at, sizeof word));
-      isUsable = isUsable && (word & kOnes * 0x80) == 0;
-      folded = lowered(word);
-      hash = (hash ^ folded) * 0x9E3779B97F4A7C15u;
-      at += sizeof word;
-    }
-    isUsable = isUsable && at >= name.size();
-    hash ^= hash >> 32;
+/// All characters of a name that fills no word, some of them twice.
+std::uint64_t shortWord(std::string_view name) {
+  if (name.size() >= sizeof(std::uint32_t)) {
+    std::uint32_t first;
+    std::uint32_t last;
+    std::memcpy(&first, name.data(), sizeof first);
+    std::memcpy(&last, name.data() + name.size() - sizeof last, sizeof last);
+    return first | std::uint64_t{last} << 32;
   }
-};
+  const auto at = [name](std::size_t i) { return std::uint64_t{static_cast<unsigned char>(name[i])}; };
+  return name.empty() ? 0 : at(0) | at(name.size() / 2) << 8 | at(name.size() - 1) << 16;
+}
 
 }  // namespace
+
+FoldedName::FoldedName(std::string_view name) : size_(name.size()), isUsable_(name.size() <= sizeof words_) {
+  if (!isUsable_) return;
+  if (name.size() < sizeof(std::uint64_t)) {
+    add(shortWord(name));
+    return;
+  }
+  std::size_t at = 0;
+  for (; at + sizeof(std::uint64_t) <= name.size(); at += sizeof(std::uint64_t)) add(wordAt(name.data() + at));
+  // The last word ends with the name and may begin within the one before.
+  if (at < name.size()) add(wordAt(name.data() + name.size() - sizeof(std::uint64_t)));
+}
+
+void FoldedName::add(std::uint64_t word) {
+  isUsable_ = isUsable_ && (word & kOnes * 0x80) == 0;
+  const std::uint64_t folded = lowered(word);
+  words_[count_++] = folded;
+  hash_ = (hash_ ^ folded) * 0x9E3779B97F4A7C15u;
+  hash_ ^= hash_ >> 32;
+}
+
+bool FoldedName::operator==(const FoldedName& other) const {
+  return size_ == other.size_ && std::equal(words_.begin(), words_.begin() + count_, other.words_.begin());
+}
 
 void NameIndex::build(const std::vector<sql::ResultColumn>& columns) {
   std::size_t size = 8;
@@ -56,10 +76,12 @@ void NameIndex::build(const std::vector<sql::ResultColumn>& columns) {
   mask_ = size - 1;
   slots_.assign(size, -1);
   for (const sql::ResultColumn& column : columns) {
-    names_.push_back(toLower(column.name));
     const FoldedName folded(column.name);
-    if (!folded.isUsable || find(column.name) >= 0) continue;
-    std::size_t slot = folded.hash & mask_;
+    const bool isKnown = folded.isUsable() && find(column.name) >= 0;
+    names_.push_back(column.name);
+    folded_.push_back(folded);
+    if (!folded.isUsable() || isKnown) continue;
+    std::size_t slot = folded.hash() & mask_;
     while (slots_[slot] >= 0) slot = (slot + 1) & mask_;
     slots_[slot] = static_cast<int>(names_.size()) - 1;
   }
@@ -67,15 +89,13 @@ void NameIndex::build(const std::vector<sql::ResultColumn>& columns) {
 
 int NameIndex::find(std::string_view name) const {
   const FoldedName folded(name);
-  if (!folded.isUsable) {
+  if (!folded.isUsable()) {
     const auto same = [name](const std::string& candidate) { return equalsNoCase(candidate, name); };
     const auto found = std::find_if(names_.begin(), names_.end(), same);
     return found == names_.end() ? -1 : static_cast<int>(found - names_.begin());
   }
-  for (std::size_t slot = folded.hash & mask_; slots_[slot] >= 0; slot = (slot + 1) & mask_) {
-    const std::string& candidate = names_[static_cast<std::size_t>(slots_[slot])];
-    if (candidate.size() != name.size()) continue;
-    if (std::memcmp(candidate.data(), folded.words.data(), name.size()) == 0) return slots_[slot];
+  for (std::size_t slot = folded.hash() & mask_; slots_[slot] >= 0; slot = (slot + 1) & mask_) {
+    if (folded_[static_cast<std::size_t>(slots_[slot])] == folded) return slots_[slot];
   }
   return -1;
 }

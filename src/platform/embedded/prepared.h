@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -12,6 +14,26 @@
 
 namespace orva::embedded {
 
+/// An ASCII name without regard to case, to be compared word by word; not usable when it is too long or holds other
+/// letters.
+class FoldedName {
+ public:
+  explicit FoldedName(std::string_view name);
+
+  bool isUsable() const { return isUsable_; }
+  std::size_t hash() const { return hash_; }
+  bool operator==(const FoldedName& other) const;
+
+ private:
+  void add(std::uint64_t word);
+
+  std::array<std::uint64_t, 8> words_;
+  std::uint32_t count_ = 0;
+  std::size_t size_;
+  std::uint64_t hash_ = 0;
+  bool isUsable_;
+};
+
 /// Finds the place of a result column by its name without regard to case.
 class NameIndex {
  public:
@@ -21,6 +43,7 @@ class NameIndex {
 
  private:
   std::vector<std::string> names_;
+  std::vector<FoldedName> folded_;
   std::vector<int> slots_;
   std::size_t mask_ = 0;
 };

@@ -1,9 +1,7 @@
 #include "platform/values/date.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <cstdio>
 
 #include "platform/values/text.h"
 
@@ -20,10 +18,25 @@ constexpr int kLastYear = 9999;
 
 year_month_day partsOf(std::int32_t dayNumber) { return year_month_day{kDayZero + chrono::days{dayNumber}}; }
 
-std::string format(const char* pattern, int first, int second, int third) {
-  std::array<char, 40> buffer{};
-  std::snprintf(buffer.data(), buffer.size(), pattern, first, second, third);
-  return buffer.data();
+constexpr std::size_t kYearDigits = 4;
+constexpr std::size_t kPartDigits = 2;
+
+/// Zeros in front fill up the width.
+void appendNumber(std::string& text, int number, std::size_t width) {
+  const std::string digits = std::to_string(number);
+  if (digits.size() < width) text.append(width - digits.size(), '0');
+  text += digits;
+}
+
+/// Three numbers with slashes between them.
+std::string slashed(int first, std::size_t firstWidth, int second, int third, std::size_t thirdWidth) {
+  std::string text;
+  appendNumber(text, first, firstWidth);
+  text += '/';
+  appendNumber(text, second, kPartDigits);
+  text += '/';
+  appendNumber(text, third, thirdWidth);
+  return text;
 }
 
 /// Takes one to `maxDigits` digits off the front of `text`.
@@ -75,9 +88,9 @@ int Date::year() const { return static_cast<int>(partsOf(dayNumber_).year()); }
 int Date::month() const { return static_cast<int>(static_cast<unsigned>(partsOf(dayNumber_).month())); }
 int Date::day() const { return static_cast<int>(static_cast<unsigned>(partsOf(dayNumber_).day())); }
 
-std::string Date::toDayMonthYear() const { return format("%02d/%02d/%04d", day(), month(), year()); }
-std::string Date::toMonthDayYear() const { return format("%02d/%02d/%04d", month(), day(), year()); }
-std::string Date::toYearMonthDay() const { return format("%04d/%02d/%02d", year(), month(), day()); }
+std::string Date::toDayMonthYear() const { return slashed(day(), kPartDigits, month(), year(), kYearDigits); }
+std::string Date::toMonthDayYear() const { return slashed(month(), kPartDigits, day(), year(), kYearDigits); }
+std::string Date::toYearMonthDay() const { return slashed(year(), kYearDigits, month(), day(), kPartDigits); }
 
 Date Date::plusMonths(int months) const {
   const year_month_day start = partsOf(dayNumber_);
