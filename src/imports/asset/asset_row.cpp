@@ -195,7 +195,7 @@ AssetCategory AssetRow::readCategory() const {
   category.level(CategoryDepth::kOne) = readRowLevel(category, CategoryDepth::kOne, "CAT1", asset.defCode);
   category.level(CategoryDepth::kTwo) = readRowLevel(category, CategoryDepth::kTwo, "CAT2", asset.classCode);
   // A level III belongs to its level II, so the asset's own one falls away with a change above it.
-  const bool keepsThree = category.codeOf(CategoryDepth::kTwo) == asset.classCode;
+  const bool keepsThree = equalsNoCase(category.codeOf(CategoryDepth::kTwo), asset.classCode);
   category.level(CategoryDepth::kThree) =
       readRowLevel(category, CategoryDepth::kThree, "CAT3", keepsThree ? std::string_view(asset.subClassCode) : "");
   return category;

@@ -47,7 +47,7 @@ constexpr IdentifierQuery kIdentifierQueries[] = {
 constexpr Query kParameter = {"Select * from Parameter "};
 constexpr Query kClassifications = {"Select * from classification where  defcode ='{level I}' order by classcode desc"};
 constexpr Query kSubclasses = {
-    "Select * from subclass where defcode ='{level I}' and classcode ='{level II}' order by subclasscode desc"};
+    "Select * from subclass where defcode ='{level I}' and classcode='{level II}' order by subclasscode desc"};
 
 const Query& identifierQuery(int digits, bool prefixIsEmpty) {
   for (const IdentifierQuery& candidate : kIdentifierQueries) {
@@ -82,7 +82,7 @@ std::string nextLevelCode(std::string_view above, const std::string& highest) {
 Numbering readNumbering(const ImportRun& run) {
   const auto row = run.connection().open(composeQuery(kParameter, run.dialect(), NamedValues{}));
   if (row->eof()) return {};
-  return {.regionCode = nullToText(row->get("RegionCode")), .digits = row->get("Digits").toInteger() == 4 ? 4 : 5};
+  return {.regionCode = nullToText(row->get("RegionCode")), .digits = row->get("Digits").toCurrency() == Currency::fromWhole(4) ? 4 : 5};
 }
 
 std::string categoryPrefix(const Numbering& numbering, const AssetCategory& category) {

@@ -68,7 +68,7 @@ TEST(CategoryPrefix, SkipsWhatIsEmpty) {
 TEST(Numbering, FiveDigitsUnlessFour) {
   AssetCompany company;
   for (const auto& [setting, digits] :
-       {std::pair("4", 4), std::pair("5", 5), std::pair("null", 5), std::pair("7", 5)}) {
+       {std::pair("4", 4), std::pair("5", 5), std::pair("null", 5), std::pair("4.4", 5)}) {
     company.prepare({std::string("update parameter set digits=") + setting});
     EXPECT_EQ(readNumbering(company.run()).digits, digits) << setting;
   }

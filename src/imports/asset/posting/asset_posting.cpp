@@ -172,7 +172,7 @@ void AssetPosting::resolveCategory() {
   category_.level(CategoryDepth::kTwo) =
       trimmed("CAT2").empty() ? readLevel(current, category_, CategoryDepth::kTwo, isNew() ? "" : classBefore_)
                               : categories_.findOrCreate(category_, CategoryDepth::kTwo, cell("CAT2"));
-  const bool keepsThree = !isNew() && category_.codeOf(CategoryDepth::kTwo) == classBefore_;
+  const bool keepsThree = !isNew() && equalsNoCase(category_.codeOf(CategoryDepth::kTwo), classBefore_);
   category_.level(CategoryDepth::kThree) =
       trimmed("CAT3").empty() ? readLevel(current, category_, CategoryDepth::kThree, keepsThree ? subclassBefore_ : "")
                               : categories_.findOrCreate(category_, CategoryDepth::kThree, cell("CAT3"));

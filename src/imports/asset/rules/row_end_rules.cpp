@@ -12,9 +12,10 @@ bool hasLevelOne(const AssetRow& row) { return row.category().level(CategoryDept
 
 bool hasNoLevelOne(AssetRow& row, const Cell&, const AssetRule&) { return !hasLevelOne(row); }
 
-/// Without a category or an open year, which have been reported, there is no rate to miss.
+/// Without a category or, for a new asset, an open year, which have been reported, there is no rate to miss. The
+/// asset of a changed row may be without a year: then it has no rate.
 bool isRateMissing(const AssetRow& row, const std::string& year, const AssetRule& rule) {
-  return hasLevelOne(row) && !year.empty() && !row.finds(rule.lookup);
+  return hasLevelOne(row) && (!year.empty() || row.existing()) && !row.finds(rule.lookup);
 }
 
 bool hasNoBookRate(AssetRow& row, const Cell&, const AssetRule& rule) {
