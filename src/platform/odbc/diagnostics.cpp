@@ -29,11 +29,13 @@ constexpr NativeRow kNatives[] = {
     {241, provider_number::kTypeMismatch},     // text that is no date
     {242, provider_number::kTypeMismatch},     // date out of range
     {245, provider_number::kTypeMismatch},     // text that is no number
+    {296, provider_number::kTypeMismatch},     // text that is no short date, older servers
+    {298, provider_number::kTypeMismatch},     // date that is no short date, older servers
     {515, provider_number::kIntegrity},        // null in a required column
     {547, provider_number::kIntegrity},        // foreign key or check
     {911, provider_number::kUnspecified},      // no such database
-    {2601, provider_number::kIntegrity},       // duplicate in a unique index
-    {2627, provider_number::kIntegrity},       // duplicate key
+    {2601, provider_number::kUnspecified},     // duplicate in a unique index
+    {2627, provider_number::kUnspecified},     // duplicate key
     {2628, provider_number::kDataOverflow},    // text too long
     {2705, provider_number::kSyntaxOrExists},  // column exists
     {2714, provider_number::kSyntaxOrExists},  // table exists

@@ -14,10 +14,10 @@ namespace {
 using Lines = std::vector<std::string>;
 
 /// Tables whose rows a posting run may change, without the columns that nobody filled.
-constexpr const char* kTables[] = {"Asset",       "Fadep",    "FADep1",    "FADep2",         "Shift",
-                                   "Addition",    "UDValues", "Dept",      "Vendor",         "CostCentre",
-                                   "Users",       "Location", "MisData",   "Classification", "SubClass",
-                                   "CostBreakup", "AMC",      "Insurance", "AssetOut",       "ReclassAstCat"};
+constexpr const char* kTables[] = {
+    "Asset",  "Fadep",      "FADep1",   "FADep2",        "Shift",   "Addition",       "UDValues",         "Dept",
+    "Vendor", "CostCentre", "Users",    "Location",      "MisData", "Classification", "SubClass",         "CostBreakup",
+    "AMC",    "Insurance",  "AssetOut", "ReclassAstCat", "Split",   "SplitOriginal",  "Reclassification2"};
 
 std::string filledCells(Recordset& row) {
   std::string line;
@@ -185,6 +185,18 @@ TEST_P(PostingInBoth, FillsTheMostDetailedLifeOfAssetsWithoutOne) {
   EXPECT_EQ(company.rows("select Assetid, FAAge, LeaseDate from Asset order by Assetid"),
             (Lines{"A|1|28/02/2005", "B|60|15/05/2010", "C's|60|", "D|7|", "E||15/05/2005", "F||", "G|60|"}));
   EXPECT_EQ(fillLifeAndLeaseDate(company.company), 0);
+}
+
+/// As a server does whose column of short dates ends before the lease.
+TEST(Posting, ARefusedLeaseDateLeavesTheLife) {
+  AssetCompany company;
+  company.prepare({"update FADefinition set AssetLife=60",
+                   "insert into Asset (Assetid, DefCode, UseDate) values ('A', 'PM', #05/15/2075#)",
+                   "insert into Asset (Assetid, DefCode, UseDate) values ('B', 'PM', #05/15/2005#)"});
+  company.adapter->plan().failAt(DatabaseCall::kExecute, 1, provider_number::kTypeMismatch);
+  EXPECT_EQ(fillLifeAndLeaseDate(company.company), 2);
+  EXPECT_EQ(company.rows("select Assetid, FAAge, LeaseDate from Asset order by Assetid"),
+            (Lines{"A|60|", "B|60|15/05/2010"}));
 }
 
 TEST_P(PostingInBoth, ClosedYearsAndDepreciationKeepClosingBalancesOut) {

@@ -34,7 +34,7 @@ TEST_P(TestServerFailures, TheServersNumberDecides) {
   };
   const Case kCases[] = {
       {102, 0x80040E14},  {156, 0x80040E14},  {170, 0x80040E14},  {208, 0x80040E37},  {207, 0x80040E14},
-      {2714, 0x80040E14}, {2705, 0x80040E14}, {2627, 0x80040E2F}, {2601, 0x80040E2F}, {515, 0x80040E2F},
+      {2714, 0x80040E14}, {2705, 0x80040E14}, {2627, 0x80004005}, {2601, 0x80004005}, {515, 0x80040E2F},
       {547, 0x80040E2F},  {8152, 0x80040E57}, {2628, 0x80040E57}, {8115, 0x80040E57}, {245, 0x80040E07},
       {241, 0x80040E07},  {242, 0x80040E07},  {3701, 0x80040E37}, {229, 0x80040E09},  {18456, 0x80040E4D},
       {4060, 0x80004005}, {911, 0x80004005},  {1205, 0x80040E14}, {9002, 0x80040E14}, {50000, 0x80040E14},
@@ -150,7 +150,7 @@ TEST_P(ServerFailures, StatementsThatTheServerRefuses) {
       {"select * from Missing", 0x80040E37},
       {"select colour from T", 0x80040E14},
       {"create table T (id int)", 0x80040E14},
-      {"insert into T (id) values (1)", 0x80040E2F},
+      {"insert into T (id) values (1)", 0x80004005},
       {"insert into T (name) values ('b')", 0x80040E2F},
       {"insert into T (id, name) values (2, 'abcd')", 0x80040E57},
       {"insert into T (id, name) values (3, 'abcd\xE0\xA4\xB9')", 0x80040E57},

@@ -91,15 +91,32 @@ std::vector<LifeFill> assetsToFill(const CompanyContext& company) {
   return fills;
 }
 
+void store(const CompanyContext& company, const Query& statement, const LifeFill& fill) {
+  company.connection->execute(composeQuery(
+      statement, company.dialect(),
+      NamedValues{{"life", fill.months}, {"lease date", fill.leaseDate}, {"identifier", fill.identifier}}));
+}
+
+/// A server's column of short dates ends in June 2079 and refuses what is later: then the life stays without a date.
+void storeWithDate(const CompanyContext& company, const LifeFill& fill) {
+  try {
+    store(company, kFillLifeAndDate, fill);
+  } catch (const ProviderError& error) {
+    if (error.number() != provider_number::kTypeMismatch) throw;
+    store(company, kFillLife, fill);
+  }
+}
+
 }  // namespace
 
 int fillLifeAndLeaseDate(const CompanyContext& company) {
   const std::vector<LifeFill> fills = assetsToFill(company);
   for (const LifeFill& fill : fills) {
-    const Query& statement = fill.leaseDate.empty() ? kFillLife : kFillLifeAndDate;
-    company.connection->execute(composeQuery(
-        statement, company.dialect(),
-        NamedValues{{"life", fill.months}, {"lease date", fill.leaseDate}, {"identifier", fill.identifier}}));
+    if (fill.leaseDate.empty()) {
+      store(company, kFillLife, fill);
+    } else {
+      storeWithDate(company, fill);
+    }
   }
   return static_cast<int>(fills.size());
 }

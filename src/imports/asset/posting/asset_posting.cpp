@@ -1,6 +1,7 @@
 #include "imports/asset/posting/asset_posting.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "imports/asset/asset_columns.h"
 #include "imports/asset/identifiers.h"
@@ -39,25 +40,33 @@ constexpr DefaultValue kDefaults[] = {
 };
 
 /// Where records name an asset, for an asset that gets a new identifier.
-struct NamingColumn {
-  std::string_view table;
-  std::string_view column = "assetid";
-};
-
 constexpr NamingColumn kNamingColumns[] = {
-    {"fadep"},
-    {"fadep1"},
-    {"fadep2"},
-    {"shift"},
-    {"cadep"},
-    {"itaxdep"},
+    {.table = "fadep", .isWritten = true},
+    {.table = "fadep1", .isWritten = true},
+    {.table = "fadep2", .isWritten = true},
+    {.table = "udvalues", .isWritten = true},
     {.table = "asset", .column = "passetid"},
     {.table = "addition", .column = "passetid"},
-    {"costbreakup"},
-    {"amc"},
-    {"insurance"},
-    {"reclassastcat"},
-    {"udvalues"},
+    {.table = "assetout"},
+    {.table = "shift"},
+    {.table = "shift", .column = "passetid"},
+    {.table = "cadep"},
+    {.table = "itaxdep"},
+    {.table = "costbreakup"},
+    {.table = "amc"},
+    {.table = "insurance"},
+    {.table = "reclassastcat"},
+    {.table = "reclassification"},
+    {.table = "reclassification1"},
+    {.table = "reclassification2"},
+    {.table = "reclassprosp"},
+    {.table = "split"},
+    {.table = "split", .column = "newassetid"},
+    {.table = "splitoriginal"},
+    {.table = "splitoriginal", .column = "passetid"},
+    {.table = "tmpshiftdetails"},
+    {.table = "tmpshiftastdet"},
+    {.table = "tmpfadep"},
 };
 
 constexpr Query kMoveChildren = {
@@ -73,15 +82,10 @@ constexpr Query kFirstDepreciation = {"select docdt,method from fadep where asse
 
 constexpr std::string_view kNone = "NONE";
 
-/// Most tables have no record of an asset, and looking is cheaper than a change of nothing.
-void renameEverywhere(const ImportRun& run, const std::string& before, const std::string& after) {
-  constexpr Query kFind = {"select {column} from {table} where {column}='{before}'"};
-  constexpr Query kRename = {"update {table} set {column} ='{after}' where {column}='{before}'"};
-  for (const NamingColumn& naming : kNamingColumns) {
-    const NamedValues values{{"table", naming.table}, {"column", naming.column}, {"before", before}, {"after", after}};
-    if (run.connection().open(composeQuery(kFind, run.dialect(), values))->eof()) continue;
-    run.connection().execute(composeQuery(kRename, run.dialect(), values));
-  }
+bool holdsNames(const ImportRun& run, const NamingColumn& naming) {
+  constexpr Query kAny = {"select {column} from {table} where {column} is not null"};
+  const NamedValues values{{"table", naming.table}, {"column", naming.column}};
+  return !run.connection().open(composeQuery(kAny, run.dialect(), values), CursorKind::kFirstRow)->eof();
 }
 
 /// Undoing after a failure. When it fails as well, the first failure is the one to tell.
@@ -247,14 +251,32 @@ void AssetPosting::moveChildren(const std::string& classCode, const std::string&
   run().connection().execute(composeQuery(kMoveChildren, run().dialect(), values));
 }
 
+/// Most tables have no record that names any asset, fewer one of this asset, and looking is cheaper than a change of
+/// nothing.
+void AssetPosting::renameEverywhere(const std::string& before, const std::string& after) {
+  constexpr Query kFind = {"select {column} from {table} where {column}='{before}'"};
+  constexpr Query kRename = {"update {table} set {column} ='{after}' where {column}='{before}'"};
+  if (!namingColumns_) {
+    std::vector<NamingColumn> used;
+    std::copy_if(std::begin(kNamingColumns), std::end(kNamingColumns), std::back_inserter(used),
+                 [this](const NamingColumn& naming) { return naming.isWritten || holdsNames(run(), naming); });
+    namingColumns_ = std::move(used);
+  }
+  for (const NamingColumn& naming : *namingColumns_) {
+    const NamedValues values{{"table", naming.table}, {"column", naming.column}, {"before", before}, {"after", after}};
+    if (run().connection().open(composeQuery(kFind, run().dialect(), values))->eof()) continue;
+    run().connection().execute(composeQuery(kRename, run().dialect(), values));
+  }
+}
+
 void AssetPosting::renameDependents() {
   const std::string identifier = nullToText(field("Assetid"));
   if (equalsNoCase(identifier, identifierBefore_)) return;
   try {
-    renameEverywhere(run(), identifierBefore_, identifier);
+    renameEverywhere(identifierBefore_, identifier);
   } catch (const ProviderError&) {
     tryToUndo([&] {
-      renameEverywhere(run(), identifier, identifierBefore_);
+      renameEverywhere(identifier, identifierBefore_);
       run().connection().execute(composeQuery(kGiveBackIdentifier, run().dialect(),
                                               NamedValues{{"before", identifier}, {"after", identifierBefore_}}));
     });

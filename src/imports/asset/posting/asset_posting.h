@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,14 @@
 #include "wizard/posting_run.h"
 
 namespace orva {
+
+/// A column in which records name an asset.
+struct NamingColumn {
+  std::string_view table;
+  std::string_view column = "assetid";
+  /// This import adds records to the table.
+  bool isWritten = false;
+};
 
 /// The current row of an asset sheet with the record of `Asset` that it becomes or changes. With several
 /// identifiers a row, `begin` starts the row and `startAsset` each of its assets.
@@ -61,6 +70,7 @@ class AssetPosting : public PostingRow {
   void giveNewIdentifier();
   void changeAsset();
   void renameDependents();
+  void renameEverywhere(const std::string& before, const std::string& after);
   void moveChildren(const std::string& classCode, const std::string& subclassCode) const;
 
   CategoryCreation categories_;
@@ -74,6 +84,8 @@ class AssetPosting : public PostingRow {
   std::string identifierBefore_;
   std::string classBefore_;
   std::string subclassBefore_;
+  /// Where an identifier may stand; found when one is changed for the first time.
+  std::optional<std::vector<NamingColumn>> namingColumns_;
 };
 
 /// The columns of `Asset` that come from the sheet.

@@ -84,8 +84,11 @@ void storeAccountingYear(AssetPosting& row, const Cell& cell, std::string_view t
   if (!cell.isBlank()) row.set(target, row.cell("ACCYEAR"));
 }
 
+/// Of a category without salvage values an asset gets none, but can lose the one that it has.
 void storeSalvage(AssetPosting& row, const Cell& cell, std::string_view target) {
-  if (!row.category().level(CategoryDepth::kOne).withoutSalvage) storeAmount(row, cell, target);
+  const bool hasNone = row.isNew() || row.field(target).toCurrency().value_or(Currency()) == Currency();
+  if (hasNone && row.category().level(CategoryDepth::kOne).withoutSalvage) return;
+  storeAmount(row, cell, target);
 }
 
 void storeMethod(AssetPosting& row, const Cell& rate, std::string_view target, std::string_view heading) {
