@@ -35,7 +35,7 @@ std::size_t MemoryIndex::Block::lowerBound(std::string_view wanted) const {
 /// Zeros follow a short entry. Beginnings that differ stand in the order of their entries.
 MemoryIndex::Beginning MemoryIndex::beginningOf(std::string_view entry) {
   Beginning beginning{};
-  std::memcpy(beginning.data(), entry.data(), std::min(entry.size(), sizeof beginning));
+  if (!entry.empty()) std::memcpy(beginning.data(), entry.data(), std::min(entry.size(), sizeof beginning));
   if constexpr (std::endian::native == std::endian::little) {
     for (std::uint64_t& word : beginning) word = __builtin_bswap64(word);
   }
