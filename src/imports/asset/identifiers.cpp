@@ -82,7 +82,8 @@ std::string nextLevelCode(std::string_view above, const std::string& highest) {
 Numbering readNumbering(const ImportRun& run) {
   const auto row = run.connection().open(composeQuery(kParameter, run.dialect(), NamedValues{}));
   if (row->eof()) return {};
-  return {.regionCode = nullToText(row->get("RegionCode")), .digits = row->get("Digits").toCurrency() == Currency::fromWhole(4) ? 4 : 5};
+  return {.regionCode = nullToText(row->get("RegionCode")),
+          .digits = row->get("Digits").toCurrency() == Currency::fromWhole(4) ? 4 : 5};
 }
 
 std::string categoryPrefix(const Numbering& numbering, const AssetCategory& category) {
