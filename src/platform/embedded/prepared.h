@@ -27,7 +27,7 @@ class FoldedName {
  private:
   void add(std::uint64_t word);
 
-  std::array<std::uint64_t, 8> words_;
+  std::array<std::uint64_t, 8> words_{};
   std::uint32_t count_ = 0;
   std::size_t size_;
   std::uint64_t hash_ = 0;
