@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/values/value.h"
@@ -53,7 +54,8 @@ class ProviderError : public std::runtime_error {
 };
 
 enum class CursorLocation { kServer, kClient };
-/// `kFirstRow`: only the first row is asked for, as it stands in the database now (the highest number given so far).
+/// `kFirstRow`: only the first row is asked for, as it stands in the database now (the highest number given so far);
+/// the set ends behind it.
 enum class CursorKind { kForwardOnly, kKeyset, kStatic, kFirstRow };
 enum class LockKind { kReadOnly, kPessimistic, kOptimistic };
 
@@ -138,11 +140,16 @@ class Connection {
   /// See `LookupScope`. Scopes may be nested.
   virtual void beginLookups() {}
   virtual void endLookups() {}
+  /// See `StoredTogether`. May be nested.
+  virtual void beginTogether() {}
+  /// Throws when what waited cannot be stored; the connection is of no more use then.
+  virtual void endTogether() {}
 };
 
 /// Look-ups that belong together: while a scope lives, a question that was asked in it may get the answer that it got
 /// then, as long as nothing was changed through the connection. Where each question is a trip to a server this saves
-/// most of them; a database at hand answers anew each time. `CursorKind::kFirstRow` is never answered so.
+/// most of them; a database at hand knows of every change and needs no scope. `CursorKind::kFirstRow` is never answered
+/// so by a server.
 class LookupScope {
  public:
   explicit LookupScope(Connection& connection) : connection_(connection) { connection_.beginLookups(); }
@@ -152,6 +159,32 @@ class LookupScope {
 
  private:
   Connection& connection_;
+};
+
+/// Statements and records that may reach the file together, which is cheaper than one after the other. Each is whole or
+/// without effect as always; the end of the program may take those away that have not reached the file, the last first.
+/// A hint: a database may store each at once.
+class StoredTogether {
+ public:
+  explicit StoredTogether(Connection& connection) : connection_(&connection) { connection.beginTogether(); }
+  StoredTogether(const StoredTogether&) = delete;
+  StoredTogether& operator=(const StoredTogether&) = delete;
+  ~StoredTogether() {
+    try {
+      end();
+    } catch (...) {
+      // The next statement tells that nothing can be stored any more.
+      connection_ = nullptr;
+    }
+  }
+
+  /// Returns when everything so far is stored.
+  void end() {
+    if (Connection* const connection = std::exchange(connection_, nullptr)) connection->endTogether();
+  }
+
+ private:
+  Connection* connection_;
 };
 
 /// The clauses of a connection string, names compared without regard to case:

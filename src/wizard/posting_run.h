@@ -89,14 +89,19 @@ class PostingLoop {
       attempt([&] {
         // The next row must see what others have stored meanwhile.
         const LookupScope lookups(row_.run().connection());
+        together_.emplace(row_.run().connection());
         write(*this);
       });
+      together_.reset();
       rowDone(index);
     }
     return finish();
   }
   /// To be called by `write` once the row's record is stored, before what may still fail.
-  void countStored() { ++end_.rowsPosted; }
+  void countStored() {
+    together_->end();
+    ++end_.rowsPosted;
+  }
 
  private:
   template <class Step>
@@ -113,6 +118,7 @@ class PostingLoop {
 
   PostingRow& row_;
   PostingEnd end_;
+  std::optional<StoredTogether> together_;  ///< what the current row brings about
 };
 
 /// The posted columns of one sheet, with their positions.

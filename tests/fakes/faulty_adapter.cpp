@@ -59,6 +59,8 @@ class FaultyConnection : public Connection {
     line_->pass(DatabaseCall::kOpen);
     return std::make_unique<FaultyRecordset>(inner_->open(sql, cursor, lock), line_);
   }
+  void beginTogether() override { inner_->beginTogether(); }
+  void endTogether() override { inner_->endTogether(); }
 
  private:
   std::unique_ptr<Connection> inner_;

@@ -18,6 +18,8 @@ constexpr std::size_t kUsualTransaction = 1u << 20;
 /// Pages that are read at once after so many were asked for in their order.
 constexpr PageNumber kRun = 8;
 constexpr unsigned kInOrder = 2;
+/// Changes that wait are written when they take more than this.
+constexpr std::size_t kMostWaiting = 1u << 16;
 
 }  // namespace
 
@@ -242,9 +244,10 @@ void PageFile::commit() {
   }
   try {
     log_->commit(pageCount_);
+    if (holding_ == 0 || log_->waiting() > kMostWaiting) log_->write();
   } catch (...) {
     log_->discard();
-    rollback();
+    broken_ = broken_ || log_->waiting() > 0;
     throw;
   }
   for (const PageNumber number : changed_) markUnsaved(number, *frames_[number]);
@@ -252,6 +255,16 @@ void PageFile::commit() {
   committedPages_ = pageCount_;
   if (sweepIsDue()) sweep();
   trim();
+}
+
+void PageFile::letGo() {
+  if (--holding_ > 0 || !log_ || broken_) return;
+  try {
+    log_->write();
+  } catch (...) {
+    broken_ = true;
+    throw;
+  }
 }
 
 void PageFile::endTransaction() {

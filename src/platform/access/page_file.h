@@ -68,8 +68,14 @@ class PageFile {
   /// Grows whenever bytes of pages, or the place where they are in memory, may have become others.
   std::uint64_t version() const { return version_; }
   bool hasChanges() const { return !changed_.empty(); }
-  /// Makes the changes since the last commit durable against the end of the program.
+  /// Makes the changes since the last commit durable against the end of the program, or, while it holds back, after
+  /// the next ones at the latest when it lets go. When it throws, the changes are there to be rolled back: those who
+  /// have read pages must read them again.
   void commit();
+  /// Until as many calls of `letGo`, changes that are committed may wait for others, to be written at once. When they
+  /// cannot be written then, the file is broken: what waited was told as done.
+  void holdBack() { ++holding_; }
+  void letGo();
   /// Undoes the changes since the last commit.
   void rollback();
   /// Writes all finished changes into the file itself and waits for the disk. Only between transactions.
@@ -128,6 +134,7 @@ class PageFile {
   std::unique_ptr<RedoLog> log_;
   bool writable_;
   bool broken_ = false;
+  unsigned holding_ = 0;
   std::uint32_t scramblingKey_ = 0;
   PageNumber pageCount_ = 0;
   PageNumber committedPages_ = 0;

@@ -157,7 +157,7 @@ bool RedoLog::recover(const PageInFile& pageInFile, const ApplyRange& applyRange
 }
 
 void RedoLog::addRange(PageNumber page, std::size_t offset, ByteView bytes) {
-  const std::size_t header = std::max(recorded_, kRecordHeader);
+  const std::size_t header = std::max(recorded_, ended_ + kRecordHeader);
   recorded_ = header + kRangeHeader + bytes.size();
   // Room that is there already need not be filled before it is written.
   if (record_.size() < recorded_) record_.resize(2 * recorded_);
@@ -185,25 +185,46 @@ void RedoLog::addChange(PageNumber page, std::size_t offset, ByteView before, By
 }
 
 void RedoLog::commit(PageNumber pageCount) {
-  if (recorded_ == 0) return;
-  if (recorded_ > std::numeric_limits<std::uint32_t>::max()) {
+  beforeLast_ = ended_;
+  if (recorded_ == ended_) return;
+  if (recorded_ - ended_ > std::numeric_limits<std::uint32_t>::max()) {
     throw AccessFileError(provider_number::kUnspecified, path_ + ": one statement changes more than can be stored.");
   }
+  // The header tells by its sum how the whole file is summed.
+  if (length_ == 0) checksum_ = &checksum;
+  const ByteView ranges = ByteView(record_).subspan(ended_ + kRecordHeader, recorded_ - ended_ - kRecordHeader);
+  putU32(record_, ended_, kRecordMagic);
+  putU32(record_, ended_ + 4, ranges.size());
+  putU32(record_, ended_ + 8, pageCount);
+  putU64(record_, ended_ + 12, checksum_(ranges, pageCount));
+  ended_ = recorded_;
+}
+
+void RedoLog::write() {
+  if (ended_ == 0) return;
   if (length_ == 0) start();
-  const ByteView whole = ByteView(record_).first(recorded_);
-  const ByteView ranges = whole.subspan(kRecordHeader);
-  putU32(record_, 0, kRecordMagic);
-  putU32(record_, 4, ranges.size());
-  putU32(record_, 8, pageCount);
-  putU64(record_, 12, checksum_(ranges, pageCount));
-  file_->write(length_, whole);
-  length_ += recorded_;
-  recorded_ = 0;
+  try {
+    file_->write(length_, ByteView(record_).first(ended_));
+  } catch (const AccessFileError&) {
+    // Records at the beginning of what did not fit may be whole.
+    cutOff();
+    throw;
+  }
+  length_ += ended_;
+  recorded_ = ended_ = beforeLast_ = 0;
   if (record_.size() > kUsualRecord) record_ = Bytes();
 }
 
+void RedoLog::cutOff() noexcept {
+  try {
+    file_->resize(length_);
+  } catch (const AccessFileError&) {
+    // Then they are repeated at the next open: each is a finished statement.
+    return;
+  }
+}
+
 void RedoLog::start() {
-  checksum_ = &checksum;
   if (!file_) {
     file_ = files_.open(path_, OpenKind::kWriteOrCreate);
     file_->resize(0);
@@ -216,10 +237,11 @@ void RedoLog::start() {
 }
 
 void RedoLog::beginSweep(PageNumber pageCount) {
-  if (length_ == 0) return;
-  if (!file_) file_ = files_.open(path_, OpenKind::kWrite);
+  if (length_ == 0 && ended_ == 0) return;
+  if (!file_ && length_ > 0) file_ = files_.open(path_, OpenKind::kWrite);
   addRange(0, kSweepOffset, {});
   commit(pageCount);
+  write();
   file_->sync();
 }
 

@@ -55,10 +55,14 @@ class RedoLog {
   /// then the bytes of `after` that differ from `before`, a part of a page that begins and ends at multiples of
   /// `kUnit`.
   void addChange(PageNumber page, std::size_t offset, ByteView before, ByteView after);
-  /// Appends the collected record to the side file.
+  /// Ends the collected record, which is in the side file after the next `write`.
   void commit(PageNumber pageCount);
-  void discard() { recorded_ = 0; }
-  bool isEmpty() const { return length_ == 0; }
+  /// Appends all ended records to the side file. When it throws, they are still there for the next time.
+  void write();
+  /// Takes back the collected record and, when it was not written, the one that ended last.
+  void discard() { recorded_ = ended_ = beforeLast_; }
+  /// Bytes of ended records that are not written.
+  std::size_t waiting() const { return ended_; }
   std::uint64_t length() const { return length_; }
   /// From now on pages of the database are written; returns when the whole log has reached the disk.
   void beginSweep(PageNumber pageCount);
@@ -69,6 +73,7 @@ class RedoLog {
 
  private:
   void start();
+  void cutOff() noexcept;
   void addRange(PageNumber page, std::size_t offset, ByteView bytes);
   [[noreturn]] void refuse() const;
 
@@ -79,7 +84,9 @@ class RedoLog {
   /// Of the side file that is there: one that an earlier version left behind is finished in its own way.
   Checksum checksum_;
   Bytes record_;
-  std::size_t recorded_ = 0;  ///< bytes of the record
+  std::size_t recorded_ = 0;    ///< bytes of all records here
+  std::size_t ended_ = 0;       ///< of those that have ended
+  std::size_t beforeLast_ = 0;  ///< of those that ended before the last one
   std::uint64_t length_ = 0;
 };
 

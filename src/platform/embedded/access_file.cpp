@@ -79,7 +79,10 @@ void AccessFile::reloadTable(const std::string& name) {
   const auto known = std::find_if(tables_.begin(), tables_.end(), [&name](const std::shared_ptr<AccessTable>& table) {
     return equalsNoCase(table->layout.name, name);
   });
-  if (known != tables_.end()) (*known)->isCurrent = false;
+  if (known != tables_.end()) {
+    (*known)->isCurrent = false;
+    ++(*known)->changes;
+  }
   if (!present) {
     if (known != tables_.end()) tables_.erase(known);
     return;
@@ -106,6 +109,7 @@ void AccessFile::commit() {
 
 void AccessFile::rollback() {
   pending_.clear();
+  for (const auto& table : tables_) ++table->changes;
   database_->rollback();
 }
 
@@ -121,6 +125,7 @@ void AccessFile::note(const access::Table& table, access::RowId row, const std::
                       bool isNew) {
   for (const auto& known : tables_) {
     if (known->table != &table) continue;
+    ++known->changes;
     for (const auto& lookup : known->lookups) {
       if (changes && !lookup->uses(*changes)) continue;
       pending_.push_back({lookup.get(), lookup->entryFor(table, row), isNew});

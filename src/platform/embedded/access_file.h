@@ -18,6 +18,7 @@ struct AccessTable {
   TableDef layout;
   std::vector<std::size_t> positions;  ///< place in the file's definition of each column of the layout
   bool isCurrent = true;
+  std::uint64_t changes = 0;  ///< of its rows and its layout so far
   std::vector<std::unique_ptr<MemoryLookup>> lookups;
   std::vector<std::vector<LookupPart>> wanted;  ///< look-ups that the planner may choose; built at their first use
   std::vector<LookupPart> expressions;          ///< those that stand behind a hidden column

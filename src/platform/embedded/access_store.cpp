@@ -228,6 +228,12 @@ AccessTable* AccessStore::find(const TableDef& table) const {
   return found == shown_.end() ? nullptr : found->second.get();
 }
 
+std::shared_ptr<const std::uint64_t> AccessStore::changesOf(const TableDef& table) const {
+  const auto found = shown_.find(table.name);
+  if (found == shown_.end() || !found->second->isCurrent) return nullptr;
+  return {found->second, &found->second->changes};
+}
+
 void AccessStore::ensureLookup(const TableDef& table, const std::vector<std::string>& texts) {
   AccessTable* const shown = find(table);
   if (!shown) return;

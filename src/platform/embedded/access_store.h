@@ -25,10 +25,13 @@ class AccessStore final : public Store {
 
   sqlite3* handle() override { return database_.get(); }
   void beginReading() override {}
+  std::shared_ptr<const std::uint64_t> changesOf(const TableDef& table) const override;
   std::optional<std::int64_t> addRow(const TableDef& table, const std::vector<const Value*>& values) override;
   bool canChangeRows(const TableDef& table) const override;
   std::int64_t changeRows(const TableDef& table, std::span<const int> columns, std::span<const Value> values,
                           std::span<const std::int64_t> keys) override;
+  void beginTogether() override { tables_.file->database().file().holdBack(); }
+  void endTogether() override { tables_.file->database().file().letGo(); }
   std::int64_t runChange(sqlite3_stmt* change) override;
   std::shared_ptr<const Catalogue> catalogue() const override { return catalogue_; }
   bool refreshCatalogue() override;

@@ -239,6 +239,17 @@ bool Prepared::askFor(int column) {
   return false;
 }
 
+/// A question about the identifier of each row never gets the answer of another row; but what comes later in a sheet
+/// may be different, so it is tried again.
+bool Prepared::isWorthKeeping() {
+  constexpr std::size_t kTrial = 64;
+  constexpr std::size_t kPause = 4096;
+  if (tried_ < kTrial || used_ >= tried_ / 2) return true;
+  if (++notKept_ < kPause) return false;
+  tried_ = used_ = notKept_ = 0;
+  return true;
+}
+
 sqlite3_stmt* Prepared::insertRow() {
   if (insert_) return insert_.get();
   std::string names;

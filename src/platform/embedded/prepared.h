@@ -102,6 +102,13 @@ class Prepared {
     return static_cast<std::size_t>(places_[static_cast<std::size_t>(column)]);
   }
 
+  std::size_t askedCount() const { return asked_.size(); }
+
+  /// True unless the answers that were kept, or were to be kept, served too seldom of late.
+  bool isWorthKeeping();
+  void noteAnswerTried() { ++tried_; }
+  void noteAnswerUsed() { ++used_; }
+
   sqlite3_stmt* insertRow();
   /// An update of these columns of the row with a key, the last parameter.
   StatementHandle updateRow(const std::vector<int>& columns) const;
@@ -146,6 +153,9 @@ class Prepared {
   std::vector<int> places_;  ///< place of each result column in `asked_`, or -1
   bool preparedAnew_ = false;
   std::size_t selected_ = 0;  ///< how many of `asked_` the statement selects
+  std::size_t tried_ = 0;     ///< to keep answers, and how often one was used
+  std::size_t used_ = 0;
+  std::size_t notKept_ = 0;
 };
 
 }  // namespace orva::embedded

@@ -1,6 +1,8 @@
 #include "platform/embedded/row_set.h"
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
 #include "platform/embedded/conversion.h"
 #include "platform/embedded/session.h"
@@ -15,8 +17,8 @@ constexpr std::int32_t kNotUpdatable = 3251;
 
 }  // namespace
 
-RowSet::RowSet(Session& session, std::string_view sql, bool updatable)
-    : session_(&session), text_(sql), criterionAt_(sql.size()), updatable_(updatable) {
+RowSet::RowSet(Session& session, std::string_view sql, bool updatable, bool firstOnly)
+    : session_(&session), text_(sql), criterionAt_(sql.size()), updatable_(updatable), firstOnly_(firstOnly) {
   session_->enter(this);
   try {
     runQuery();
@@ -28,7 +30,7 @@ RowSet::RowSet(Session& session, std::string_view sql, bool updatable)
 
 RowSet::~RowSet() {
   if (!session_) return;
-  if (running_) prepared_->reset();
+  letGo();
   session_->leave(this);
 }
 
@@ -62,14 +64,7 @@ void RowSet::runQuery() {
 }
 
 void RowSet::runOnce() {
-  session_->beginReading();
-  running_ = false;
-  auto prepared = session_->query(text_, criterionAt_, literals_);
-  if (prepared != prepared_) {
-    updateRow_.reset();
-    prepared_ = std::move(prepared);
-  }
-  eof_ = !prepared_->start({text_, &literals_});
+  letGo();
   rowLoaded_ = false;
   onAddedRow_ = false;
   continueByKey_ = false;
@@ -79,9 +74,86 @@ void RowSet::runOnce() {
   rows_.clear();
   selected_.clear();
   next_ = 0;
-  running_ = !eof_;
-  if (running_) session_->takeOver(this);
-  if (running_ && isKeyed()) key_ = prepared_->key();
+  if (const auto answer = session_->answers().find(text_, criterionAt_, firstOnly_)) {
+    takeAnswer(*answer);
+  } else {
+    start();
+  }
+}
+
+void RowSet::use(std::shared_ptr<Prepared> prepared) {
+  if (prepared == prepared_) return;
+  updateRow_.reset();
+  prepared_ = std::move(prepared);
+}
+
+void RowSet::takeAnswer(const Answer& answer) {
+  use(answer.prepared);
+  eof_ = answer.keys.empty();
+  if (eof_) return;
+  key_ = answer.keys[0];
+  selected_ = answer.selected;
+  if (firstOnly_) return;
+  keys_.assign(answer.keys.begin() + 1, answer.keys.end());
+  continueByKey_ = prepared_->translation().wholeTable;
+}
+
+void RowSet::start() {
+  session_->beginReading();
+  use(session_->query(text_, criterionAt_, literals_));
+  const sql::Translation& translation = prepared_->translation();
+  const bool mayKeep = translation.keyed && !translation.readsOthers && prepared_->isWorthKeeping();
+  changes_ = mayKeep ? session_->changesOf(*translation.table) : nullptr;
+  if (changes_) asOf_ = *changes_;
+  eof_ = !prepared_->start({text_, &literals_});
+  if (eof_) return keepAnswer();
+  running_ = true;
+  session_->takeOver(this);
+  if (isKeyed()) key_ = prepared_->key();
+}
+
+/// Gives up the running statement and all rows. Its answer is kept for whoever asks the same.
+void RowSet::letGo() noexcept {
+  if (!running_) return;
+  running_ = false;
+  try {
+    if (changes_) readAhead(Answers::kMostRows) ? keepAnswer() : prepared_->noteAnswerTried();
+  } catch (...) {
+    // No answer, then: whoever asks again meets the error.
+  }
+  changes_.reset();
+  prepared_->reset();
+}
+
+/// Reads the current row and the keys of those behind it, as far as there are not more than `most`.
+bool RowSet::readAhead(std::size_t most) {
+  selected_.clear();
+  for (const int column : prepared_->selected()) selected_.push_back(prepared_->at(prepared_->place(column), column));
+  if (firstOnly_) return true;
+  continueByKey_ = prepared_->translation().wholeTable;
+  while (!continueByKey_ && prepared_->step()) {
+    if (keys_.size() == most) return false;
+    keys_.push_back(prepared_->key());
+  }
+  return true;
+}
+
+/// The row that the set stands on is the first of the answer.
+void RowSet::keepAnswer() {
+  const auto changes = std::exchange(changes_, nullptr);
+  if (!changes) return;
+  prepared_->noteAnswerTried();
+  if (keys_.size() > Answers::kMostRows) return;
+  Answer answer{.prepared = prepared_,
+                .criterionAt = criterionAt_,
+                .firstOnly = firstOnly_,
+                .keys = {},
+                .selected = selected_,
+                .changes = changes,
+                .asOf = asOf_};
+  if (!eof_) answer.keys.push_back(key_);
+  answer.keys.insert(answer.keys.end(), keys_.begin(), keys_.end());
+  session_->answers().keep(text_, std::move(answer));
 }
 
 bool RowSet::eof() {
@@ -91,7 +163,10 @@ bool RowSet::eof() {
 
 std::int64_t RowSet::recordCount() {
   checkOpen();
-  if (!running_) session_->beginReading();
+  if (!running_) {
+    session_->beginReading();
+    session_->query(text_, criterionAt_, literals_);
+  }
   return prepared_->count({text_, &literals_});
 }
 
@@ -108,6 +183,7 @@ void RowSet::requery() {
 
 void RowSet::filter(std::string_view criterion) {
   checkOpen();
+  letGo();
   text_.resize(criterionAt_);
   if (!trimSpace(criterion).empty()) text_ += criterion;
   runQuery();
@@ -126,10 +202,8 @@ void RowSet::putAside() {
     prepared_->reset();
     return;
   }
-  selected_.clear();
-  for (const int column : prepared_->selected()) selected_.push_back(prepared_->at(prepared_->place(column), column));
-  continueByKey_ = prepared_->translation().wholeTable;
-  while (!continueByKey_ && prepared_->step()) keys_.push_back(prepared_->key());
+  readAhead(std::numeric_limits<std::size_t>::max());
+  keepAnswer();
   prepared_->reset();
 }
 
@@ -168,7 +242,9 @@ void RowSet::moveNext() {
   checkOpen();
   if (editing_ != Editing::kNone) update();
   if (eof_) failNoRow();
-  if (onAddedRow_) {
+  if (firstOnly_) letGo();
+  changes_.reset();
+  if (onAddedRow_ || firstOnly_) {
     // A new row stands behind all others.
     onAddedRow_ = false;
     eof_ = true;

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/embedded/answers.h"
 #include "platform/embedded/prepared.h"
 
 namespace orva::embedded {
@@ -13,10 +14,11 @@ class Session;
 
 /// The rows of one query. As long as nothing else runs on the connection, fields
 /// are read straight from the running statement; put aside, the set remembers the
-/// keys of its rows (or, for rows without a key, the rows).
+/// keys of its rows (or, for rows without a key, the rows). A set whose question was
+/// answered before, with nothing changed since, is put aside from the start.
 class RowSet final : public Recordset {
  public:
-  RowSet(Session& session, std::string_view sql, bool updatable);
+  RowSet(Session& session, std::string_view sql, bool updatable, bool firstOnly);
   ~RowSet() override;
 
   bool eof() override;
@@ -46,6 +48,12 @@ class RowSet final : public Recordset {
 
   void runQuery();
   void runOnce();
+  void start();
+  void use(std::shared_ptr<Prepared> prepared);
+  void takeAnswer(const Answer& answer);
+  void letGo() noexcept;
+  bool readAhead(std::size_t most);
+  void keepAnswer();
   void checkOpen() const;
   int column(std::string_view field) const;
   const ColumnDef& definition(int column) const;
@@ -64,8 +72,14 @@ class RowSet final : public Recordset {
   std::string text_;  ///< the query, then the filter
   std::size_t criterionAt_;
   bool updatable_;
+  bool firstOnly_;  ///< the set ends behind its first row
   std::vector<sql::Literal> literals_;
   std::shared_ptr<Prepared> prepared_;
+
+  /// While the set stands on the first row of an answer that may be kept: the changes of the table, and how many there
+  /// were when it was asked.
+  std::shared_ptr<const std::uint64_t> changes_;
+  std::uint64_t asOf_ = 0;
 
   bool running_ = false;
   bool eof_ = true;

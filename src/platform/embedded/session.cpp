@@ -1,7 +1,6 @@
 #include "platform/embedded/session.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "platform/embedded/definition_runner.h"
@@ -20,27 +19,11 @@ bool isQuery(const std::string& key) { return key.starts_with("select "); }
 
 }  // namespace
 
-std::size_t Session::KeyHash::operator()(std::string_view key) const {
-  std::uint64_t hash = key.size() * 0x9E3779B97F4A7C15u;
-  const char* at = key.data();
-  std::size_t left = key.size();
-  for (; left >= 8; at += 8, left -= 8) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, at, 8);
-    hash = (hash ^ word) * 0xBF58476D1CE4E5B9u;
-    hash ^= hash >> 29;
-  }
-  std::uint64_t tail = 0;
-  std::memcpy(&tail, at, left);
-  hash = (hash ^ tail) * 0x94D049BB133111EBu;
-  return hash ^ hash >> 32;
-}
-
 Session::Session(std::unique_ptr<Store> store, SqlDialect dialect) : store_(std::move(store)), dialect_(dialect) {}
 
 Session::~Session() {
   for (RowSet* set : open_) set->close();
-  statements_.clear();
+  forgetStatements();
 }
 
 void Session::takeOver(RowSet* next) {
@@ -108,7 +91,10 @@ bool Session::noticeLayoutChange() {
   return true;
 }
 
-void Session::forgetStatements() { statements_.clear(); }
+void Session::forgetStatements() {
+  answers_.clear();
+  statements_.clear();
+}
 
 std::shared_ptr<Prepared> Session::find(const StatementText& text) {
   const auto found = statements_.find(std::string_view(key_));
@@ -181,8 +167,8 @@ std::shared_ptr<Prepared> Session::query(std::string_view text, std::size_t crit
   return remember(statementText, sql::Translator(*catalogue, dialect_).select(*select, condition.get()));
 }
 
-std::unique_ptr<Recordset> Session::open(std::string_view sql, CursorKind, LockKind lock) {
-  return std::make_unique<RowSet>(*this, sql, lock != LockKind::kReadOnly);
+std::unique_ptr<Recordset> Session::open(std::string_view sql, CursorKind cursor, LockKind lock) {
+  return std::make_unique<RowSet>(*this, sql, lock != LockKind::kReadOnly, cursor == CursorKind::kFirstRow);
 }
 
 std::shared_ptr<Prepared> Session::prepareChange(const StatementText& text, const sql::Statement& statement) {

@@ -7,9 +7,11 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/embedded/answers.h"
 #include "platform/embedded/prepared.h"
 #include "platform/embedded/sql/syntax.h"
 #include "platform/embedded/store.h"
+#include "platform/embedded/text_hash.h"
 
 namespace orva::embedded {
 
@@ -25,6 +27,8 @@ class Session final : public Connection {
 
   std::int64_t execute(std::string_view sql) override;
   std::unique_ptr<Recordset> open(std::string_view sql, CursorKind cursor, LockKind lock) override;
+  void beginTogether() override { store_->beginTogether(); }
+  void endTogether() override { store_->endTogether(); }
 
   /// The query plan of a statement, for tests.
   std::string plan(std::string_view sql);
@@ -35,6 +39,9 @@ class Session final : public Connection {
   /// two texts are left in `literals`, placed in the joined text.
   std::shared_ptr<Prepared> query(std::string_view text, std::size_t criterionAt, std::vector<sql::Literal>& literals);
   SqlDialect dialect() const { return dialect_; }
+  Answers& answers() { return answers_; }
+  /// Counts the changes of the table's rows, whoever makes them; null where that is not known.
+  std::shared_ptr<const std::uint64_t> changesOf(const TableDef& table) const { return store_->changesOf(table); }
   /// Puts the running record set aside and makes `next` the running one.
   void takeOver(RowSet* next);
   void enter(RowSet* set);
@@ -55,10 +62,6 @@ class Session final : public Connection {
   bool noticeLayoutChange();
 
  private:
-  struct KeyHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view key) const;
-  };
   using Variants = std::vector<std::shared_ptr<Prepared>>;
 
   std::shared_ptr<Prepared> find(const StatementText& text);
@@ -71,7 +74,8 @@ class Session final : public Connection {
 
   std::unique_ptr<Store> store_;
   SqlDialect dialect_;
-  std::unordered_map<std::string, Variants, KeyHash, std::equal_to<>> statements_;
+  std::unordered_map<std::string, Variants, TextHash, std::equal_to<>> statements_;
+  Answers answers_;
   std::string key_;
   std::vector<sql::Literal> literals_;
   RowSet* running_ = nullptr;

@@ -46,6 +46,9 @@ class Store {
   /// Before a statement reads: it sees everything that anyone has stored so far.
   /// A store may stay in that state of the database until it is called again.
   virtual void beginReading() = 0;
+  /// Counts the changes of the table's rows, whoever makes them: as long as it stays, so does every answer of the
+  /// table. Null in a store that others can change unseen.
+  virtual std::shared_ptr<const std::uint64_t> changesOf(const TableDef&) const { return nullptr; }
   /// Adds a row without SQL and returns its key; `values` are one a column, checked and in the forms of the columns.
   /// Throws, with nothing changed. A store that adds rows by SQL alone returns nothing.
   virtual std::optional<std::int64_t> addRow(const TableDef&, const std::vector<const Value*>& /*values*/) {
@@ -59,6 +62,9 @@ class Store {
                                   std::span<const Value> /*values*/, std::span<const std::int64_t> /*keys*/) {
     return 0;
   }
+  /// Between these a finished statement may wait for others before it is stored.
+  virtual void beginTogether() {}
+  virtual void endTogether() {}
   /// Runs one prepared change of rows on `handle()` and resets it; no other
   /// statement may be under way. Throws, with nothing changed. The number of rows.
   virtual std::int64_t runChange(sqlite3_stmt* change) = 0;

@@ -24,6 +24,8 @@ class FakeFileSystem final : public FileSystem {
   bool isDead() const { return dead_; }
   int writes() const { return writes_; }
   bool lockedElsewhere = false;
+  /// Of each write half of the bytes arrive, then it fails.
+  bool isFull = false;
 
   std::map<std::string, Content> files;
 
@@ -69,10 +71,11 @@ class FakeFile final : public RandomAccessFile {
   }
   void write(std::uint64_t offset, ByteView bytes) override {
     const bool survives = system_.survivesWrite();
-    if (!survives) bytes = bytes.first(bytes.size() / 2);
+    if (!survives || system_.isFull) bytes = bytes.first(bytes.size() / 2);
     if (content_->size() < offset + bytes.size()) content_->resize(offset + bytes.size());
     std::copy(bytes.begin(), bytes.end(), content_->begin() + static_cast<std::ptrdiff_t>(offset));
     if (!survives) throw Killed();
+    if (system_.isFull) throw AccessFileError(provider_number::kUnspecified, "no space left");
   }
   void resize(std::uint64_t size) override {
     system_.countWrite();

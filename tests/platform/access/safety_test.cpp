@@ -11,16 +11,21 @@ namespace {
 
 constexpr int kRows = 12;
 
-/// A run that finishes rows one by one; returns how many were finished when the program was killed.
-int finishRows(FakeFileSystem& files, int& tablesMade) {
+/// A run that finishes rows, some together; returns how many were finished when the program was killed.
+int finishRows(FakeFileSystem& files, int& tablesMade, int together = 1) {
   int finished = 0;
   try {
     const auto database = AccessDatabase::open("books.mdb", {.files = &files});
     Table& table = database->table("Rows");
-    for (; finished < kRows; ++finished) {
-      table.insert({std::int64_t{finished}, std::string(static_cast<std::size_t>(finished) * 300, 'x')});
-      database->commit();
-      if (finished % 4 != 3) continue;
+    while (finished < kRows) {
+      database->file().holdBack();
+      for (int row = finished; row < finished + together; ++row) {
+        table.insert({std::int64_t{row}, std::string(static_cast<std::size_t>(row) * 300, 'x')});
+        database->commit();
+      }
+      database->file().letGo();
+      finished += together;
+      if (finished % 4 != 0) continue;
       SchemaChange schema(*database);
       schema.createTable("T" + std::to_string(finished), {{.name = "A", .size = 10}});
       database->commit();
@@ -34,7 +39,11 @@ int finishRows(FakeFileSystem& files, int& tablesMade) {
 }
 
 /// Ends the program in every single write of a run, in the middle of the bytes.
-TEST(Safety, AKillInAnyWriteLosesNoFinishedRow) {
+class EveryKill : public testing::TestWithParam<int> {};
+
+INSTANTIATE_TEST_SUITE_P(OfRowsStoredTogether, EveryKill, testing::Values(1, 4));
+
+TEST_P(EveryKill, LosesNoFinishedRow) {
   FakeFileSystem fresh;
   {
     const auto database = AccessDatabase::create("books.mdb", {.files = &fresh});
@@ -51,21 +60,22 @@ TEST(Safety, AKillInAnyWriteLosesNoFinishedRow) {
     files.files["books.mdb"] = std::make_shared<Bytes>(start);
     files.killAtWrite(n);
     int tables = 0;
-    const int finished = finishRows(files, tables);
+    const int finished = finishRows(files, tables, GetParam());
     ranThrough = !files.isDead();
     kills += ranThrough ? 0 : 1;
     files.revive();
     const auto database = AccessDatabase::open("books.mdb", {.files = &files});
     ASSERT_EQ(allFaults(*database), "") << "killed in write " << n;
     const auto rows = rowsOf(database->table("Rows"));
-    // The row in the making may be there in whole or not at all.
+    // Each row in the making may be there in whole or not at all.
     ASSERT_GE(rows.size(), static_cast<std::size_t>(finished)) << "killed in write " << n;
-    ASSERT_LE(rows.size(), static_cast<std::size_t>(finished) + 1) << "killed in write " << n;
+    ASSERT_LE(rows.size(), static_cast<std::size_t>(finished + GetParam())) << "killed in write " << n;
+    for (std::size_t i = 0; i < rows.size(); ++i) ASSERT_EQ(rows[i].substr(0, rows[i].find('|')), std::to_string(i));
     ASSERT_GE(database->tableNames().size(), static_cast<std::size_t>(tables) + 1);
     database->table("Rows").insert({std::int64_t{1000}, "after"});
     database->commit();
   }
-  EXPECT_GT(kills, 30);
+  EXPECT_GT(kills, GetParam() == 1 ? 30 : 20);
 }
 
 /// A kill while the restoring itself runs must not hurt either.
@@ -269,6 +279,53 @@ TEST(Safety, AnAbandonedFileIsOpenedAnew) {
   broken->abandon();
   EXPECT_EQ(AccessDatabase::open("books.mdb", {.files = &files})->tableNames().size(), 1U);
   EXPECT_THROW(broken->file().page(1), AccessFileError);
+}
+
+/// What waited for others was told as done: when it cannot be written, the program must not go on as if it were.
+TEST(Safety, RowsThatCannotBeStoredTogetherBreakTheFile) {
+  FakeFileSystem files;
+  {
+    const auto database = AccessDatabase::create("books.mdb", {.files = &files});
+    SchemaChange(*database).createTable("Rows", {{.name = "T", .size = 250}});
+    database->commit();
+  }
+  auto database = AccessDatabase::open("books.mdb", {.files = &files});
+  const auto add = [&](const std::string& text) {
+    database->table("Rows").insert({text});
+    database->commit();
+  };
+  add("alone");
+  database->file().holdBack();
+  database->file().holdBack();
+  add("inner");
+  const int writes = files.writes();
+  database->file().letGo();
+  EXPECT_EQ(files.writes(), writes) << "the outer holder still holds back";
+  add("outer");
+  files.isFull = true;
+  EXPECT_THROW(database->file().letGo(), AccessFileError);
+  files.isFull = false;
+  ASSERT_TRUE(database->file().isBroken());
+  EXPECT_THROW(add("after"), AccessFileError);
+  database->abandon();
+  database = AccessDatabase::open("books.mdb", {.files = &files});
+  EXPECT_EQ(rowsOf(database->table("Rows")), std::vector<std::string>{"alone"});
+  // A statement that fails alone breaks nothing; one that fails behind others that wait does.
+  for (const bool others : {false, true}) {
+    database->file().holdBack();
+    if (others) add("waits");
+    const std::string many(200, 'x');
+    for (int i = 0; i < 400; ++i) database->table("Rows").insert({many + std::to_string(i)});
+    files.isFull = true;
+    EXPECT_THROW(database->commit(), AccessFileError);
+    files.isFull = false;
+    database->rollback();
+    EXPECT_EQ(database->file().isBroken(), others);
+    database->file().letGo();
+  }
+  database->abandon();
+  database = AccessDatabase::open("books.mdb", {.files = &files});
+  EXPECT_EQ(rowsOf(database->table("Rows")), std::vector<std::string>{"alone"});
 }
 
 TEST(Safety, AFileInUseElsewhereIsLeftAlone) {

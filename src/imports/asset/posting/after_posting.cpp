@@ -111,6 +111,7 @@ void storeWithDate(const CompanyContext& company, const LifeFill& fill) {
 
 int fillLifeAndLeaseDate(const CompanyContext& company) {
   const std::vector<LifeFill> fills = assetsToFill(company);
+  StoredTogether together(*company.connection);
   for (const LifeFill& fill : fills) {
     if (fill.leaseDate.empty()) {
       store(company, kFillLife, fill);
@@ -118,6 +119,7 @@ int fillLifeAndLeaseDate(const CompanyContext& company) {
       storeWithDate(company, fill);
     }
   }
+  together.end();
   return static_cast<int>(fills.size());
 }
 

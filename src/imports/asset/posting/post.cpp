@@ -34,8 +34,9 @@ PostingEnd postRows(AssetPosting& row, std::vector<PostedRecord>& posted) {
   loop.open("select * from Asset");
   return loop.run([&](PostingLoop& current) {
     postWholeRow(row, columns);
+    if (row.stored().empty()) return;
+    current.countStored();
     for (const std::string& identifier : row.stored()) posted.push_back({row.row(), identifier});
-    if (!row.stored().empty()) current.countStored();
   });
 }
 

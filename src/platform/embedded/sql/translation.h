@@ -67,6 +67,7 @@ struct Translation {
   /// A change of one table that gives these columns the first literals, one each: `tail` tells the rows, as in a query.
   std::vector<int> assigned;
   bool wholeTable = false;                    ///< keyed, every row, in the order of the key
+  bool readsOthers = false;                   ///< a query inside the statement may read other tables
   std::vector<int> columnOf;                  ///< keyed: the table's column of each result column
   const embedded::TableDef* table = nullptr;  ///< the keyed or changed table
   std::vector<ResultColumn> columns;

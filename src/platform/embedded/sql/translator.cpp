@@ -262,6 +262,7 @@ std::string Translator::items(const SelectStatement& statement, std::vector<Resu
 
 std::string Translator::selectSql(const SelectStatement& statement, const Expr* criterion,
                                   std::vector<ResultColumn>& columns) {
+  result_.readsOthers = true;
   Scope scope;
   scope.outer = scope_;
   for (const Source& source : statement.sources) addSource(scope, source.table);
