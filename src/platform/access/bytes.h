@@ -71,6 +71,11 @@ inline std::uint32_t bigEndianAt(ByteView bytes, std::size_t at, std::size_t wid
   for (std::size_t i = 0; i < width; ++i) value = value << 8 | bytes[at + i];
   return value;
 }
+/// Eight bytes as one number that sorts as they do.
+inline std::uint64_t bigEndianWord(const Byte* at) {
+  const auto part = [at](int i) { return std::uint64_t{at[i]} << (56 - 8 * i); };
+  return part(0) | part(1) | part(2) | part(3) | part(4) | part(5) | part(6) | part(7);
+}
 inline void append(Bytes& bytes, ByteView more) { bytes.insert(bytes.end(), more.begin(), more.end()); }
 
 }  // namespace orva::access

@@ -10,6 +10,12 @@ namespace orva::access {
 
 std::strong_ordering compareEntries(ByteView left, ByteView right) {
   const std::size_t common = std::min(left.size(), right.size());
+  // Most entries differ at once, for which a call costs too much.
+  if (common >= sizeof(std::uint64_t)) {
+    const std::uint64_t ofLeft = bigEndianWord(left.data());
+    const std::uint64_t ofRight = bigEndianWord(right.data());
+    if (ofLeft != ofRight) return ofLeft <=> ofRight;
+  }
   const int order = common == 0 ? 0 : std::memcmp(left.data(), right.data(), common);
   return order != 0 ? order <=> 0 : left.size() <=> right.size();
 }
