@@ -24,7 +24,7 @@ class PageFile {
   static constexpr std::size_t kCachedPages = 16'384;
   /// Changed pages and bytes of the side file at which a sweep is due.
   static constexpr std::size_t kUnsavedPages = 8'192;
-  static constexpr std::uint64_t kLogLength = 32u << 20;
+  static constexpr std::uint64_t kLogLength = 96u << 20;
   static constexpr std::chrono::seconds kSweepInterval{2};
 
   /// Opens an existing file and repeats what an interrupted program had

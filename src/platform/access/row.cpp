@@ -58,6 +58,27 @@ std::optional<ByteView> StoredRow::bytes(const Column& column) const {
   return bytes_.subspan(start, end - start);
 }
 
+bool replaceNumber(ByteSpan row, const TableDefinition& definition, const Column& column, const Cell& cell) {
+  const std::size_t size = column.fixedSize();
+  // Rows from before the table had all its columns may lack the room.
+  if (!column.isFixed() || size == 0 || u16At(row, 0) != definition.columnsEver) return false;
+  const std::size_t mask = row.size() - (definition.columnsEver + 7u) / 8;
+  const std::size_t end = definition.variableEver == 0 ? mask : u16At(row, mask - 4);
+  const std::size_t start = kColumnCount + column.fixedOffset;
+  if (end > mask || start + size > end) return false;
+  const ByteSpan room = row.subspan(start, size);
+  const auto bit = static_cast<Byte>(1u << column.number % 8);
+  Byte& nulls = row[mask + column.number / 8];
+  if (isNull(cell)) {
+    std::fill(room.begin(), room.end(), Byte{0});
+    nulls = static_cast<Byte>(nulls & ~bit);
+    return true;
+  }
+  if (!putNumberCell(room, column, cell)) return false;
+  nulls |= bit;
+  return true;
+}
+
 std::size_t encodedRowSize(const TableDefinition& definition, const StoredCells& cells) {
   std::size_t size = kColumnCount + fixedRoom(definition) + trailerSize(definition);
   for (std::size_t i = 0; i < cells.size(); ++i) {

@@ -72,6 +72,9 @@ class StoredCells {
 void encodeRow(Bytes& row, const TableDefinition& definition, const StoredCells& cells);
 /// The same from values that `convertFor` returned, none of them a long value.
 void encodeRow(Bytes& row, const TableDefinition& definition, const Row& cells);
+/// Gives a column of an encoded row, whose bytes keep their places, another value from `convertFor`. False, with
+/// nothing changed, when the row must be built anew for that.
+bool replaceNumber(ByteSpan row, const TableDefinition& definition, const Column& column, const Cell& cell);
 /// Length that `encodeRow` would return.
 std::size_t encodedRowSize(const TableDefinition& definition, const StoredCells& cells);
 

@@ -127,6 +127,8 @@ class Table {
   void requireRowSize(std::size_t size) const;
   void storeLongValues(const std::vector<std::pair<std::size_t, Bytes>>& values, StoredCells& cells);
   void removeLongValue(std::size_t column, const StoredCells& cells);
+  bool replaceNumbers(RowId id, const Row& after, const std::vector<Change>& changes);
+  void encodeChanged(RowId id, const Row& after, const std::vector<Change>& changes);
   void storeRow(RowId id, ByteView bytes);
   void removeSlots(RowId id);
   Row keyRow(RowId id) const;

@@ -198,16 +198,32 @@ void Table::update(RowId id, const std::vector<Change>& changes) {
   checkParents(after, &changes);
   checkChildrenBeforeUpdate(before, after);
   if (observer_) observer_->rowChanging(*this, id, &changes);
+  if (!replaceNumbers(id, after, changes)) encodeChanged(id, after, changes);
+  storeRow(id, spareBytes_);
+  applyKeys(id, before, keys);
+  if (observer_) observer_->rowChanged(*this, id, &changes);
+  cascadeUpdate(before, after);
+}
+
+/// Makes the changed row in the spare bytes. False when it takes more than other numbers at their places.
+bool Table::replaceNumbers(RowId id, const Row& after, const std::vector<Change>& changes) {
+  const ByteView old = reader_.bytes(id);
+  spareBytes_.assign(old.begin(), old.end());
+  // The parts of a row are checked before they are trusted.
+  file_.at(addressOf(id).page, [&] { static_cast<void>(StoredRow(spareBytes_, definition_)); });
+  return std::all_of(changes.begin(), changes.end(), [&](const Change& change) {
+    return replaceNumber(spareBytes_, definition_, definition_.columns[change.column], after[change.column]);
+  });
+}
+
+/// The same for any changes.
+void Table::encodeChanged(RowId id, const Row& after, const std::vector<Change>& changes) {
   const StoredCells old = reader_.storedCells(id);
   spareCells_ = old;
   storeCells(after, spareCells_, &changes);
   encodeRow(spareBytes_, definition_, spareCells_);
   requireRowSize(spareBytes_.size());
   for (const Change& change : changes) removeLongValue(change.column, old);
-  storeRow(id, spareBytes_);
-  applyKeys(id, before, keys);
-  if (observer_) observer_->rowChanged(*this, id, &changes);
-  cascadeUpdate(before, after);
 }
 
 void Table::storeRow(RowId id, ByteView bytes) {

@@ -92,6 +92,8 @@ std::optional<std::int64_t> AccessStore::addRow(const TableDef& table, const std
     access::Table& target = *shown->table;
     access::Row row = target.emptyRow();
     for (std::size_t i = 0; i < values.size(); ++i) {
+      // Most columns of a wide table stay empty, as the row is.
+      if (values[i]->isNull()) continue;
       const std::size_t at = shown->positions[i];
       row[at] = cellOf(target.definition().columns[at], scalarOf(*values[i]));
     }
