@@ -26,6 +26,23 @@ std::string takeValue(std::string_view& rest) {
 
 }  // namespace
 
+void Connection::walkTexts(std::string_view table, std::span<const std::string_view> columns,
+                           const TextVisitor& visit) {
+  std::string sql;
+  for (const std::string_view column : columns) sql.append(sql.empty() ? "Select " : ", ").append(column);
+  const auto rows = open(sql.append(" from ").append(table), CursorKind::kForwardOnly, LockKind::kReadOnly);
+  std::vector<std::string> texts(columns.size());
+  std::vector<std::optional<std::string_view>> cells(columns.size());
+  for (; !rows->eof(); rows->moveNext()) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const Value value = rows->get(columns[i]);
+      texts[i] = value.toText();
+      cells[i] = value.isNull() ? std::nullopt : std::optional<std::string_view>(texts[i]);
+    }
+    visit(cells);
+  }
+}
+
 ConnectionClauses::ConnectionClauses(std::string_view connectionString) {
   std::string_view rest = connectionString;
   while (!rest.empty()) {

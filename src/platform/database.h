@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -122,6 +123,9 @@ class Recordset {
   virtual void set(std::string_view field, const Value& value) = 0;
 };
 
+/// Takes the texts of some columns of one row, nothing for a null. They stay where they are during the call only.
+using TextVisitor = std::function<void(std::span<const std::optional<std::string_view>>)>;
+
 /// One open connection. Statements are text in the connection's dialect.
 class Connection {
  public:
@@ -136,6 +140,9 @@ class Connection {
   virtual std::int64_t execute(std::string_view sql) = 0;
   virtual std::unique_ptr<Recordset> open(std::string_view sql, CursorKind cursor = CursorKind::kStatic,
                                           LockKind lock = LockKind::kReadOnly) = 0;
+  /// Shows these columns of every row of a table: where the database is at hand, the fastest way to look at everything
+  /// once. `visit` must not use the connection.
+  virtual void walkTexts(std::string_view table, std::span<const std::string_view> columns, const TextVisitor& visit);
 
   /// See `LookupScope`. Scopes may be nested.
   virtual void beginLookups() {}

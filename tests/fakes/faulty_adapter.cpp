@@ -61,6 +61,10 @@ class FaultyConnection : public Connection {
   }
   void beginTogether() override { inner_->beginTogether(); }
   void endTogether() override { inner_->endTogether(); }
+  void walkTexts(std::string_view table, std::span<const std::string_view> columns, const TextVisitor& visit) override {
+    line_->pass(DatabaseCall::kOpen);
+    inner_->walkTexts(table, columns, visit);
+  }
 
  private:
   std::unique_ptr<Connection> inner_;

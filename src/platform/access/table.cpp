@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/access/text_walk.h"
+
 namespace orva::access {
 
 Table::Table(PageFile& file, PageAllocator& allocator, TableLookup& tables, std::string name, PageNumber definition)
@@ -34,6 +36,10 @@ void Table::reload() {
     }
   }
   trees_ = std::move(trees);
+}
+
+void Table::walkTexts(std::vector<std::size_t> columns, const TextVisitor& visit) const {
+  TextWalk(file_, definition_, reader_, std::move(columns)).run(pages_->owned(), visit);
 }
 
 void Table::requireKnownTypes() const {

@@ -71,6 +71,8 @@ class Table {
   /// The rows in ascending order of their identity.
   RowScan scan() const { return RowScan(file_, definition_, pages_->owned()); }
   const RowReader& rows() const { return reader_; }
+  /// Shows text columns, by their positions in the definition, of every row. `visit` must not change the file.
+  void walkTexts(std::vector<std::size_t> columns, const TextVisitor& visit) const;
   /// Between two rows of a long walk: keeps the memory of read pages small.
   void letGoOfPages() const { file_.trim(); }
   /// The tree of a real index, by its position in the definition.

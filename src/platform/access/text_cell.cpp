@@ -124,7 +124,15 @@ std::optional<std::string_view> plainTextOf(ByteView cell) {
 
 std::string textOf(ByteView cell) {
   const auto plain = plainTextOf(cell);
-  return plain ? std::string(*plain) : toUtf8(decodeText(cell));
+  if (plain) return std::string(*plain);
+  // Texts that are too short to be compressed are two-byte ASCII.
+  std::string text(cell.size() / 2, '\0');
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto unit = u16At(cell, 2 * i);
+    if (unit >= 0x80) return toUtf8(decodeText(cell));
+    text[i] = static_cast<char>(unit);
+  }
+  return text;
 }
 
 void appendEncodedText(Bytes& bytes, std::string_view text, bool mayCompress) {

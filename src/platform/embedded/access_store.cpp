@@ -101,6 +101,18 @@ std::optional<std::int64_t> AccessStore::addRow(const TableDef& table, const std
   });
 }
 
+bool AccessStore::walkTexts(const TableDef& table, std::span<const int> columns, const TextVisitor& visit) {
+  const AccessTable* const shown = find(table);
+  if (!shown || !shown->isCurrent) return false;
+  std::vector<std::size_t> places;
+  for (const int column : columns) {
+    places.push_back(shown->positions[static_cast<std::size_t>(column)]);
+    if (shown->table->definition().columns[places.back()].type != access::ColumnType::kText) return false;
+  }
+  shown->table->walkTexts(places, visit);
+  return true;
+}
+
 bool AccessStore::canChangeRows(const TableDef& table) const {
   const AccessTable* const shown = find(table);
   return shown && shown->isCurrent;

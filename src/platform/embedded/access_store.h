@@ -27,6 +27,7 @@ class AccessStore final : public Store {
   void beginReading() override {}
   std::shared_ptr<const std::uint64_t> changesOf(const TableDef& table) const override;
   std::optional<std::int64_t> addRow(const TableDef& table, const std::vector<const Value*>& values) override;
+  bool walkTexts(const TableDef& table, std::span<const int> columns, const TextVisitor& visit) override;
   bool canChangeRows(const TableDef& table) const override;
   std::int64_t changeRows(const TableDef& table, std::span<const int> columns, std::span<const Value> values,
                           std::span<const std::int64_t> keys) override;

@@ -171,6 +171,17 @@ std::unique_ptr<Recordset> Session::open(std::string_view sql, CursorKind cursor
   return std::make_unique<RowSet>(*this, sql, lock != LockKind::kReadOnly, cursor == CursorKind::kFirstRow);
 }
 
+void Session::walkTexts(std::string_view table, std::span<const std::string_view> columns, const TextVisitor& visit) {
+  noticeLayoutChange();
+  const auto catalogue = store_->catalogue();
+  const TableDef* const definition = catalogue->find(table);
+  std::vector<int> places;
+  for (const std::string_view column : columns) places.push_back(definition ? definition->find(column) : -1);
+  const bool isKnown = definition && std::find(places.begin(), places.end(), -1) == places.end();
+  // A query tells what is wrong with a name.
+  if (!isKnown || !store_->walkTexts(*definition, places, visit)) Connection::walkTexts(table, columns, visit);
+}
+
 std::shared_ptr<Prepared> Session::prepareChange(const StatementText& text, const sql::Statement& statement) {
   const auto catalogue = store_->catalogue();
   sql::Translator translator(*catalogue, dialect_);

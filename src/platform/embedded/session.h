@@ -30,6 +30,8 @@ class Session final : public Connection {
   void beginTogether() override { store_->beginTogether(); }
   void endTogether() override { store_->endTogether(); }
 
+  void walkTexts(std::string_view table, std::span<const std::string_view> columns, const TextVisitor& visit) override;
+
   /// The query plan of a statement, for tests.
   std::string plan(std::string_view sql);
 

@@ -54,6 +54,10 @@ class Store {
   virtual std::optional<std::int64_t> addRow(const TableDef&, const std::vector<const Value*>& /*values*/) {
     return std::nullopt;
   }
+  /// See `Connection::walkTexts`. False, with no row visited, when only SQL reads these columns.
+  virtual bool walkTexts(const TableDef& /*table*/, std::span<const int> /*columns*/, const TextVisitor& /*visit*/) {
+    return false;
+  }
   /// True when `changeRows` can change rows of the table.
   virtual bool canChangeRows(const TableDef&) const { return false; }
   /// Gives columns of the rows with these keys other values without SQL; `values` are one a column, checked and in the

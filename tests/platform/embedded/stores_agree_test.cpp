@@ -42,6 +42,9 @@ class TwoStores {
   void remove() { both("delete from T where " + condition() + " and Whole = " + std::to_string(below(9))); }
   void join() {
     both("update T, Other set T.Amount = Other.Amount where T.Name = Other.Code and " + condition());
+    both(
+        "select T.Id from T left join Other on T.Name = Other.Code where Other.Amount is null and N is null order by "
+        "T.Id");
     both("select T.Id, Other.Amount from T inner join Other on T.Name = Other.Code order by T.Id, Other.Amount");
   }
   void query() {
@@ -89,6 +92,9 @@ class TwoStores {
         "D = " + day(),
         "D >= " + day() + " and D < " + day(),
         "D is null",
+        "N is null and Note is null",
+        "Amount is null or Whole is null",
+        "Flag is null",
         "Whole = " + whole + " and Name = " + text(),
         "Whole = " + whole + " and left(Name, 1) = 'b'",
         "Whole > " + whole,
