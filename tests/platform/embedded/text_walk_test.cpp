@@ -58,9 +58,11 @@ TEST_P(TextWalks, ShowWhatAQueryGives) {
   int number = 0;
   for (const std::string& text : kTexts) {
     const std::string id = std::to_string(++number);
-    company.run("insert into T values ('" + id + "', '" + text + "', '" + text + "', " + id +
-                ", #02/03/2005#, 1.5, true)");
-    company.run("insert into T (Id, Note) values (null, 'long " + text + text + "')");
+    std::string row = "insert into T values ('";
+    row.append(id).append("', '").append(text).append("', '").append(text).append("', ").append(id);
+    company.run(row.append(", #02/03/2005#, 1.5, true)"));
+    row = "insert into T (Id, Note) values (null, 'long ";
+    company.run(row.append(text).append(text).append("')"));
   }
   const std::vector<std::string_view> kColumns[] = {
       {"Id"}, {"name", "ID"}, {"Name", "Note"}, {"Id", "N", "D"}, {"M", "F", "Name"}};
