@@ -181,8 +181,10 @@ TEST(Safety, ManyChangesOfOnePageInOneStatementStaySmall) {
   schema.createTable("Rows", {{.name = "Id", .type = ColumnType::kLong}, {.name = "T", .size = 100}});
   schema.createIndex("Rows", {.name = "Text", .columns = {{"T"}}});
   Table& table = database->table("Rows");
+  constexpr int kMany = 400;
   std::vector<RowId> rows;
-  for (int i = 0; i < 400; ++i) rows.push_back(table.insert({std::int64_t{i}, std::string(60, 'a')}));
+  rows.reserve(kMany);
+  for (int i = 0; i < kMany; ++i) rows.push_back(table.insert({std::int64_t{i}, std::string(60, 'a')}));
   database->commit();
   database->file().sweep();
   const auto changeAll = [&] {
