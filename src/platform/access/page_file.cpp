@@ -12,7 +12,7 @@ namespace orva::access {
 namespace {
 
 /// Frames that are kept for the next use, because making them costs more than filling them.
-constexpr std::size_t kSpareFrames = PageFile::kCachedPages / 8;
+constexpr std::size_t kSpareFrames = PageFile::kCachedPages / 32;
 /// More memory than this is not kept for the next transaction.
 constexpr std::size_t kUsualTransaction = 1u << 20;
 /// Pages that are read at once after so many were asked for in their order.

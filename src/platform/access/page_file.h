@@ -21,7 +21,7 @@ namespace orva::access {
 class PageFile {
  public:
   /// Pages kept in memory after `trim`.
-  static constexpr std::size_t kCachedPages = 16'384;
+  static constexpr std::size_t kCachedPages = 14'336;
   /// Changed pages and bytes of the side file at which a sweep is due.
   static constexpr std::size_t kUnsavedPages = 8'192;
   static constexpr std::uint64_t kLogLength = 96u << 20;
