@@ -22,7 +22,8 @@ namespace orva::access {
 /// that was put in the place of the one that the log belongs to, a copy of
 /// yesterday say, is never mixed with changes of today.
 ///
-/// The program's end at any point loses nothing that was finished. A power cut
+/// The program's end at any point loses nothing that was written here; what
+/// ended and waits for its `write` is lost, the last records first. A power cut
 /// can lose what was appended since the last sweep, never half of a change:
 /// the log reaches the disk before the pages do.
 class RedoLog {
