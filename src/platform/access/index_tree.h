@@ -80,7 +80,10 @@ class IndexTree {
 
   PageNumber root() const { return root_; }
   /// The pages were changed past this object; cursors look for their place anew.
-  void noteChange() { ++version_; }
+  void noteChange() {
+    ++version_;
+    latest_ = {};
+  }
   const UsageMap& map() const { return map_; }
 
  private:
@@ -115,11 +118,22 @@ class IndexTree {
     std::uint32_t size_ = 0;
   };
 
+  /// The leaf at which the last entry came in, so that one that belongs between two of its entries need not look for
+  /// it from the root. Forgotten when a page is written anew or leaves the tree.
+  struct LatestLeaf {
+    PageNumber page = 0;
+    bool isUsual = false;  ///< the entry before came in there too
+    bool isOpen = false;   ///< no parent names its last entry
+  };
+
   IndexPageView view(PageNumber page) const;
+  bool insertNearLatest(ByteView entry, bool& isNewKey);
+  void noteLatest(const Path& path);
   Path descend(ByteView wanted) const;
   Leaf leafFor(ByteView wanted) const;
   PageNumber edgeLeaf(PageNumber from, bool rightmost) const;
   std::size_t numberOf(const Step& step) const { return view(step.page).ends().countUpTo(step.place); }
+  bool isNewKeyAt(PageNumber leaf, const IndexPageView& content, std::size_t place, ByteView entry) const;
   PageNumber newPage();
   void dropPage(PageNumber page);
   void write(PageNumber page, const IndexPage& content);
@@ -145,6 +159,7 @@ class IndexTree {
   PageNumber root_;
   UsageMap map_;
   std::uint64_t version_ = 0;
+  LatestLeaf latest_;
 };
 
 }  // namespace orva::access

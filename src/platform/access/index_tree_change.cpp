@@ -29,26 +29,58 @@ PageNumber IndexTree::newPage() {
 }
 
 void IndexTree::dropPage(PageNumber page) {
+  latest_ = {};
   map_.remove(page);
   allocator_.free(page);
 }
 
 void IndexTree::write(PageNumber page, const IndexPage& content) {
+  latest_ = {};
   content.write(file_.change(page), compresses(page));
+}
+
+bool IndexTree::isNewKeyAt(PageNumber leaf, const IndexPageView& content, std::size_t place, ByteView entry) const {
+  return file_.at(leaf, [&] {
+    const auto same = [&](std::size_t end) { return end != 0 && content.equals(end, entry, kRowIdSize); };
+    return !same(place) && !same(content.endOfEntryAt(place));
+  });
+}
+
+/// Returns false, and does nothing, when the entry may belong elsewhere or does not fit.
+bool IndexTree::insertNearLatest(ByteView entry, bool& isNewKey) {
+  if (!latest_.isUsual) return false;
+  const PageNumber leaf = latest_.page;
+  const IndexPageView content = view(leaf);
+  const std::size_t place = file_.at(leaf, [&] { return content.placeOf(entry); });
+  const bool isInside = place > 0 && (place < content.used() || (latest_.isOpen && content.next() == 0));
+  if (!isInside || !LeafEditor::takes(content, entry)) {
+    latest_.isUsual = false;
+    return false;
+  }
+  isNewKey = isNewKeyAt(leaf, content, place, entry);
+  insertIntoLeaf(leaf, content, place, entry);
+  return true;
+}
+
+void IndexTree::noteLatest(const Path& path) {
+  const PageNumber leaf = path.back().page;
+  bool isOpen = true;
+  for (std::size_t depth = 0; depth + 1 < path.size(); ++depth) isOpen = isOpen && path[depth].end == 0;
+  latest_ = {.page = leaf, .isUsual = leaf == latest_.page, .isOpen = isOpen};
 }
 
 bool IndexTree::insert(IndexEntry entry) {
   ++version_;
   const Bytes bytes = std::move(entry).bytes();
+  bool isNewKey = false;
+  if (insertNearLatest(bytes, isNewKey)) return isNewKey;
   Path path = descend(bytes);
+  noteLatest(path);
   const PageNumber leaf = path.back().page;
   const std::size_t place = path.back().place;
   const IndexPageView content = view(leaf);
   const bool isLast = place == content.used();
-  const bool isNewKey = file_.at(leaf, [&] {
-    const auto same = [&](std::size_t end) { return end != 0 && content.equals(end, bytes, kRowIdSize); };
-    return !same(place) && !same(content.endOfEntryAt(place));
-  });
+  isNewKey = isNewKeyAt(leaf, content, place, bytes);
   if (LeafEditor::takes(content, bytes)) {
     insertIntoLeaf(leaf, content, place, bytes);
   } else {

@@ -11,13 +11,19 @@
 namespace orva::access {
 namespace {
 
-// File: magic, checksum of the identity. Record: magic, length of the ranges,
-// page count, checksum, ranges. Range: page, offset, length, bytes. Two offsets
-// that no page has stand for the checksum of a page as the database has it, and
-// for the beginning of a sweep.
-constexpr std::uint32_t kFileMagic = 0x4C52414F;
+// File: magic, checksum of the identity, how often the file began anew. Record:
+// magic, length of the ranges, page count, checksum, ranges. Range: page,
+// offset, length, bytes. Two offsets that no page has stand for the checksum of
+// a page as the database has it, and for the beginning of a sweep. Behind the
+// last record may follow some of an earlier beginning, whose sums are others.
+constexpr std::uint32_t kFileMagic = 0x4753524F;
 constexpr std::uint32_t kRecordMagic = 0x5243524F;
-constexpr std::size_t kFileHeader = 12;
+constexpr std::size_t kFileHeader = 20;
+// Files of earlier versions were emptied each time and did not count.
+constexpr std::uint32_t kEarlierFileMagic = 0x4C52414F;
+constexpr std::size_t kEarlierFileHeader = 12;
+/// A file as long as this is written over, because making it longer again costs more than the writing.
+constexpr std::uint64_t kWorthKeeping = 1u << 14;
 constexpr std::size_t kRecordHeader = 20;
 constexpr std::size_t kRangeHeader = 8;
 constexpr std::size_t kBaseOffset = 0xFFFF;
@@ -79,15 +85,20 @@ struct Record {
   std::uint64_t end;  // in the log
 };
 
-/// The records up to the first that is not whole.
-std::vector<Record> wholeRecords(ByteView log, RedoLog::Checksum checksumOf) {
+/// Tells records of one beginning of the file from those of another.
+std::uint64_t seedOf(PageNumber pageCount, std::uint64_t beginning) {
+  return pageCount ^ beginning * 0x9E3779B97F4A7C15;
+}
+
+/// The records from `at` on, up to the first that is not whole or of another beginning.
+std::vector<Record> wholeRecords(ByteView log, std::size_t at, RedoLog::Checksum checksumOf, std::uint64_t beginning) {
   std::vector<Record> records;
-  for (std::size_t at = kFileHeader; at + kRecordHeader <= log.size();) {
+  while (at + kRecordHeader <= log.size()) {
     const std::uint32_t length = u32At(log, at + 4);
     if (u32At(log, at) != kRecordMagic || length > log.size() - at - kRecordHeader) break;
     const ByteView ranges = log.subspan(at + kRecordHeader, length);
     const PageNumber pageCount = u32At(log, at + 8);
-    if (u64At(log, at + 12) != checksumOf(ranges, pageCount)) break;
+    if (u64At(log, at + 12) != checksumOf(ranges, seedOf(pageCount, beginning))) break;
     at += kRecordHeader + length;
     records.push_back({pageCount, ranges, at});
   }
@@ -132,11 +143,18 @@ bool RedoLog::recover(const PageInFile& pageInFile, const ApplyRange& applyRange
     log.resize(leftBehind->size());
     leftBehind->read(0, log);
   }
-  if (log.size() < kFileHeader + kRecordHeader || u32At(log, 0) != kFileMagic) return false;
-  // The sum of the identity also tells which sum the whole file has.
-  checksum_ = u64At(log, 4) == earlierChecksum(identity_, kFileMagic) ? &earlierChecksum : &checksum;
-  if (u64At(log, 4) != checksum_(identity_, kFileMagic)) refuse();
-  const std::vector<Record> records = wholeRecords(log, checksum_);
+  const std::uint32_t magic = log.size() < kFileHeader ? 0 : u32At(log, 0);
+  if (magic != kFileMagic && magic != kEarlierFileMagic) return false;
+  const bool isEarlier = magic == kEarlierFileMagic;
+  // There, the sum of the identity also tells which sum the whole file has.
+  checksum_ = isEarlier && u64At(log, 4) == earlierChecksum(identity_, magic) ? &earlierChecksum : &checksum;
+  beginning_ = isEarlier ? 0 : u64At(log, kEarlierFileHeader);
+  const std::vector<Record> records =
+      wholeRecords(log, isEarlier ? kEarlierFileHeader : kFileHeader, checksum_, beginning_);
+  // One without records may have stayed behind when all was done.
+  if (records.empty() && !isEarlier) return false;
+  if (u64At(log, 4) != checksum_(identity_, magic)) refuse();
+  if (records.empty()) return false;
   if (!hasSweep(records)) {
     for (const Record& record : records) {
       forEachRange(record.ranges, [&](PageNumber page, std::size_t offset, ByteView bytes) {
@@ -153,7 +171,7 @@ bool RedoLog::recover(const PageInFile& pageInFile, const ApplyRange& applyRange
     });
     length_ = record.end;
   }
-  return !records.empty();
+  return true;
 }
 
 void RedoLog::addRange(PageNumber page, std::size_t offset, ByteView bytes) {
@@ -190,13 +208,15 @@ void RedoLog::commit(PageNumber pageCount) {
   if (recorded_ - ended_ > std::numeric_limits<std::uint32_t>::max()) {
     throw AccessFileError(provider_number::kUnspecified, path_ + ": one statement changes more than can be stored.");
   }
-  // The header tells by its sum how the whole file is summed.
-  if (length_ == 0) checksum_ = &checksum;
+  if (length_ == 0) {
+    checksum_ = &checksum;
+    beginning_ = std::max<std::uint64_t>(beginning_, 1);
+  }
   const ByteView ranges = ByteView(record_).subspan(ended_ + kRecordHeader, recorded_ - ended_ - kRecordHeader);
   putU32(record_, ended_, kRecordMagic);
   putU32(record_, ended_ + 4, ranges.size());
   putU32(record_, ended_ + 8, pageCount);
-  putU64(record_, ended_ + 12, checksum_(ranges, pageCount));
+  putU64(record_, ended_ + 12, checksum_(ranges, seedOf(pageCount, beginning_)));
   ended_ = recorded_;
 }
 
@@ -229,9 +249,14 @@ void RedoLog::start() {
     file_ = files_.open(path_, OpenKind::kWriteOrCreate);
     file_->resize(0);
   }
+  writeHeader();
+}
+
+void RedoLog::writeHeader() {
   Bytes header;
   appendUnsigned(header, kFileMagic, 4);
   appendUnsigned(header, checksum(identity_, kFileMagic), 8);
+  appendUnsigned(header, beginning_, 8);
   file_->write(0, header);
   length_ = kFileHeader;
 }
@@ -246,6 +271,14 @@ void RedoLog::beginSweep(PageNumber pageCount) {
 }
 
 void RedoLog::restart() {
+  const bool isEarlier = beginning_++ == 0;
+  if (file_ && !isEarlier && length_ >= kWorthKeeping) {
+    writeHeader();
+    // Before any record: a power cut could leave the old header with some of its records, which have older bytes than
+    // the database by now.
+    file_->sync();
+    return;
+  }
   if (file_) {
     file_->resize(0);
   } else {

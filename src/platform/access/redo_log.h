@@ -12,7 +12,8 @@ namespace orva::access {
 /// The side file that makes changes of the database atomic. Every finished
 /// change (statement or record) is appended as one record with a checksum
 /// before any page of the database is touched; from time to time all changed
-/// pages go to the database in one sweep, and the log starts anew. After an
+/// pages go to the database in one sweep, and the log starts anew: over its old
+/// records when there are many, which is cheaper than making room again. After an
 /// interruption the whole records of the log are applied again, which is right
 /// whatever part of the sweep was done, because a record says what bytes a
 /// place has, not how it changes.
@@ -74,6 +75,7 @@ class RedoLog {
 
  private:
   void start();
+  void writeHeader();
   void cutOff() noexcept;
   void addRange(PageNumber page, std::size_t offset, ByteView bytes);
   [[noreturn]] void refuse() const;
@@ -84,6 +86,7 @@ class RedoLog {
   std::unique_ptr<RandomAccessFile> file_;
   /// Of the side file that is there: one that an earlier version left behind is finished in its own way.
   Checksum checksum_;
+  std::uint64_t beginning_ = 1;  ///< how often it began anew; 0 for one of an earlier version
   Bytes record_;
   std::size_t recorded_ = 0;    ///< bytes of all records here
   std::size_t ended_ = 0;       ///< of those that have ended

@@ -136,14 +136,20 @@ std::string textOf(ByteView cell) {
 }
 
 void appendEncodedText(Bytes& bytes, std::string_view text, bool mayCompress) {
-  const bool isPlain =
-      mayCompress && text.size() >= kShortestCompressed && std::all_of(text.begin(), text.end(), [](char c) {
-        const auto byte = static_cast<Byte>(c);
-        return byte != 0 && byte < 0x80;
-      });
+  const bool isPlain = std::all_of(text.begin(), text.end(), [](char c) {
+    const auto byte = static_cast<Byte>(c);
+    return byte != 0 && byte < 0x80;
+  });
   if (!isPlain) return append(bytes, encodeText(toUtf16(text), mayCompress));
-  append(bytes, kCompressedMark);
-  bytes.insert(bytes.end(), text.begin(), text.end());
+  if (mayCompress && text.size() >= kShortestCompressed) {
+    append(bytes, kCompressedMark);
+    bytes.insert(bytes.end(), text.begin(), text.end());
+    return;
+  }
+  for (const char c : text) {
+    bytes.push_back(static_cast<Byte>(c));
+    bytes.push_back(0);
+  }
 }
 
 Bytes encodeText(std::u16string_view text, bool mayCompress) {

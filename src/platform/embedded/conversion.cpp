@@ -129,6 +129,12 @@ Value orFail(const std::optional<T>& converted, std::string_view what, const Val
   return Value(*converted);
 }
 
+template <typename T>
+Value orFail(const std::optional<T>& converted, const ColumnDef& column, const Value& value) {
+  if (!converted) failConversion(fieldText(column), value);
+  return Value(*converted);
+}
+
 }  // namespace
 
 std::optional<Date> parseSqlDate(std::string_view text) {
@@ -161,13 +167,13 @@ Value convertForColumn(const ColumnDef& column, const Value& value, DateOrder or
     case ColumnType::kInteger:
       return integerForColumn(column, value);
     case ColumnType::kDouble:
-      return orFail(numberIn(value), fieldText(column), value);
+      return orFail(numberIn(value), column, value);
     case ColumnType::kCurrency:
       return amountForColumn(column, value);
     case ColumnType::kDate:
-      return orFail(dateIn(value, order), fieldText(column), value);
+      return orFail(dateIn(value, order), column, value);
     case ColumnType::kBoolean:
-      return orFail(booleanIn(value), fieldText(column), value);
+      return orFail(booleanIn(value), column, value);
   }
   return {};
 }

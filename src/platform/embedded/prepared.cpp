@@ -1,6 +1,7 @@
 #include "platform/embedded/prepared.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <numeric>
 #include <utility>
@@ -77,7 +78,7 @@ void NameIndex::build(const std::vector<sql::ResultColumn>& columns) {
   slots_.assign(size, -1);
   for (const sql::ResultColumn& column : columns) {
     const FoldedName folded(column.name);
-    const bool isKnown = folded.isUsable() && find(column.name) >= 0;
+    const bool isKnown = folded.isUsable() && findFolded(column.name) >= 0;
     names_.push_back(column.name);
     folded_.push_back(folded);
     if (!folded.isUsable() || isKnown) continue;
@@ -88,6 +89,19 @@ void NameIndex::build(const std::vector<sql::ResultColumn>& columns) {
 }
 
 int NameIndex::find(std::string_view name) const {
+  constexpr std::size_t kAskedNames = 64;  // as many as six bits tell apart
+  if (asked_.empty()) asked_.resize(kAskedNames);
+  const auto address = std::bit_cast<std::uintptr_t>(name.data());
+  Asked& asked = asked_[address * 0x9E3779B97F4A7C15u >> 58];
+  if (asked.at == name.data() && asked.text == name) return asked.column;
+  const int column = findFolded(name);
+  asked.at = name.data();
+  asked.text = name;
+  asked.column = column;
+  return column;
+}
+
+int NameIndex::findFolded(std::string_view name) const {
   const FoldedName folded(name);
   if (!folded.isUsable()) {
     const auto same = [name](const std::string& candidate) { return equalsNoCase(candidate, name); };

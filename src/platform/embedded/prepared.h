@@ -42,6 +42,16 @@ class NameIndex {
   int find(std::string_view name) const;
 
  private:
+  /// A name that was asked for: most callers ask again with the same text at the same place.
+  struct Asked {
+    const char* at = nullptr;
+    std::string text;
+    int column = -1;
+  };
+
+  int findFolded(std::string_view name) const;
+
+  mutable std::vector<Asked> asked_;
   std::vector<std::string> names_;
   std::vector<FoldedName> folded_;
   std::vector<int> slots_;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <random>
 #include <set>
 
@@ -126,12 +127,13 @@ class Trees : public ::testing::Test {
     return count;
   }
   /// The tree's entries forwards must be those of the model, and backwards the same turned round.
-  void compare(const std::set<Bytes>& model) {
+  void compare(const std::set<Bytes>& model) { compare(model, tree()); }
+  static void compare(const std::set<Bytes>& model, const IndexTree& tree) {
     std::vector<Bytes> forwards;
-    for (IndexCursor at = tree().first(); !at.atEnd(); at.next()) forwards.push_back(at.bytes());
+    for (IndexCursor at = tree.first(); !at.atEnd(); at.next()) forwards.push_back(at.bytes());
     ASSERT_TRUE(std::equal(forwards.begin(), forwards.end(), model.begin(), model.end()));
     std::vector<Bytes> backwards;
-    for (IndexCursor at = tree().last(); !at.atEnd(); at.previous()) backwards.push_back(at.bytes());
+    for (IndexCursor at = tree.last(); !at.atEnd(); at.previous()) backwards.push_back(at.bytes());
     ASSERT_TRUE(std::equal(backwards.begin(), backwards.end(), model.rbegin(), model.rend()));
   }
 
@@ -193,6 +195,72 @@ TEST_F(Trees, GrowAndShrinkInEveryOrder) {
     EXPECT_EQ(pages(), 1u);
   }
   EXPECT_EQ(allFaults(*database_), "");
+}
+
+/// Neighbours that come in one behind the other, while pages go from one tree to the other and back.
+TEST_F(Trees, EntriesComeIntoTheirOwnTree) {
+  SchemaChange schema(*database_);
+  schema.createTable("Others", {{.name = "Name", .size = 120}});
+  schema.createIndex("Others", {.name = "ByName", .columns = {{"Name"}}});
+  database_->commit();
+  constexpr std::uint32_t kRange = 1000;
+  std::mt19937 random(11);
+  std::array<std::set<Bytes>, 2> models;
+  auto committed = models;
+  const auto treeAt = [this](std::size_t i) -> IndexTree& {
+    return database_->table(i == 0 ? "Rows" : "Others").editTree(0);
+  };
+  const auto bytesOf = [](std::uint32_t key) {
+    Bytes bytes;
+    appendBigEndian(bytes, key, 4);
+    return bytes;
+  };
+  for (std::uint32_t step = 0; step < 800; ++step) {
+    const std::size_t which = random() % 2;
+    std::set<Bytes>& model = models[which];
+    const std::uint32_t range = random() % 8 * kRange;
+    switch (random() % 8) {
+      case 0:
+        while (model.lower_bound(bytesOf(range)) != model.lower_bound(bytesOf(range + kRange))) {
+          ASSERT_TRUE(treeAt(which).erase(IndexEntry::of(*model.lower_bound(bytesOf(range)))));
+          model.erase(model.lower_bound(bytesOf(range)));
+        }
+        break;
+      case 1:
+        database_->commit();
+        committed = models;
+        break;
+      case 2:
+        database_->rollback();
+        models = committed;
+        break;
+      default:
+        for (std::uint32_t i = 0; i < 60; ++i) {
+          const IndexEntry entry{bytesOf(range + random() % kRange), step * 60 + i};
+          treeAt(which).insert(entry);
+          model.insert(entry.bytes());
+        }
+    }
+    if (step % 50 != 0) continue;
+    for (std::size_t i = 0; i < models.size(); ++i) compare(models[i], treeAt(i));
+  }
+}
+
+/// A node may be left with one child, which it names.
+TEST_F(Trees, ANamedLastEntryIsRaised) {
+  const auto entryAt = [](std::uint32_t i) {
+    // Too much for a root, which does not leave out what entries have in common.
+    IndexEntry entry{Bytes(60, 0x7F), i};
+    appendBigEndian(entry.key, i, 4);
+    return entry;
+  };
+  constexpr std::uint32_t kMany = 1000;
+  constexpr std::uint32_t kFew = 100;
+  for (std::uint32_t i = 0; i < kMany; ++i) tree().insert(entryAt(i));
+  for (std::uint32_t i = kMany; i > kFew; --i) ASSERT_TRUE(tree().erase(entryAt(i - 1)));
+  ASSERT_EQ(pages(), 2u);
+  for (std::uint32_t i = kFew; i < kFew + 5; ++i) tree().insert(entryAt(i));
+  EXPECT_EQ(allFaults(*database_).find("another last entry"), std::string::npos) << allFaults(*database_);
 }
 
 TEST_F(Trees, SearchFindsTheEdges) {
