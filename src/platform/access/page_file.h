@@ -96,13 +96,14 @@ class PageFile {
   }
 
  private:
+  /// What is looked at with every use stands before the page, beside its first bytes.
   struct Frame {
-    Page page;             // as read, or filled with zeros, by whoever makes the frame
-    bool changed = false;  // in the transaction
-    bool isKept = false;   // as a whole
-    std::size_t keptBytes = 0;
-    bool unsaved = false;
     bool used = false;
+    bool changed = false;  // in the transaction
+    bool unsaved = false;
+    bool isKept = false;  // as a whole
+    std::size_t keptBytes = 0;
+    Page page;  // as read, or filled with zeros, by whoever makes the frame
   };
   /// A part of a page as it was before a change of the transaction: its bytes stand in `keptBytes_`.
   struct Kept {

@@ -89,10 +89,10 @@ void NameIndex::build(const std::vector<sql::ResultColumn>& columns) {
 }
 
 int NameIndex::find(std::string_view name) const {
-  constexpr std::size_t kAskedNames = 64;  // as many as six bits tell apart
+  constexpr std::size_t kAskedNames = 128;  // as many as seven bits tell apart
   if (asked_.empty()) asked_.resize(kAskedNames);
   const auto address = std::bit_cast<std::uintptr_t>(name.data());
-  Asked& asked = asked_[address * 0x9E3779B97F4A7C15u >> 58];
+  Asked& asked = asked_[address * 0x9E3779B97F4A7C15u >> 57];
   if (asked.at == name.data() && asked.text == name) return asked.column;
   const int column = findFolded(name);
   asked.at = name.data();
