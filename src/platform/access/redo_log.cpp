@@ -79,6 +79,19 @@ std::size_t firstDifference(ByteView left, ByteView right, std::size_t at) {
   return at;
 }
 
+/// True of a long part that seems to be moved, as entries behind a new one are: then looking for what stayed the same
+/// costs more than it saves.
+bool differsThroughout(ByteView left, ByteView right) {
+  constexpr std::size_t kLong = 16 * kUnit;
+  constexpr std::size_t kSamples = 6;
+  if (left.size() < kLong) return false;
+  for (std::size_t sample = 0; sample < kSamples; ++sample) {
+    const std::size_t unit = (left.size() / kUnit - 1) * sample / (kSamples - 1);
+    if (isSameUnit(left, right, unit * kUnit)) return false;
+  }
+  return true;
+}
+
 struct Record {
   PageNumber pageCount;
   ByteView ranges;
@@ -194,6 +207,7 @@ void RedoLog::addBase(PageNumber page, std::uint64_t sum) {
 }
 
 void RedoLog::addChange(PageNumber page, std::size_t offset, ByteView before, ByteView after) {
+  if (differsThroughout(before, after)) return addRange(page, offset, after);
   for (std::size_t at = firstDifference(before, after, 0); at < after.size(); at = firstDifference(before, after, at)) {
     std::size_t end = at + kUnit;
     while (end < after.size() && !isSameUnit(before, after, end)) end += kUnit;

@@ -146,7 +146,8 @@ class Table {
   std::string name_;
   TableDefinition definition_;
   TableProperties properties_;
-  std::vector<Rules> rules_;  ///< one a column, after `loadRules`
+  std::vector<Rules> rules_;           ///< one a column, after `loadRules`
+  std::vector<std::size_t> numbered_;  ///< columns that are given a number or an identifier, likewise
   // Their memory serves one new row after another.
   Row spareRow_;
   StoredCells spareCells_;

@@ -18,12 +18,12 @@ Guid randomGuid() {
 }  // namespace
 
 void Table::giveAutoNumbers(Row& row) {
-  for (std::size_t i = 0; i < row.size(); ++i) {
+  for (const std::size_t i : numbered_) {
     const Column& column = definition_.columns[i];
-    if (column.type == ColumnType::kGuid && (column.flags & column_flag::kAutoGuid) != 0 && isNull(row[i])) {
-      row[i] = randomGuid();
+    if (column.type == ColumnType::kGuid) {
+      if (isNull(row[i])) row[i] = randomGuid();
+      continue;
     }
-    if (!column.isAutoNumber() || column.type != ColumnType::kLong) continue;
     const auto last = static_cast<std::int32_t>(definition_.lastAutoNumber);
     if (isNull(row[i])) row[i] = std::int64_t{last} + std::max<std::uint32_t>(definition_.autoNumberStep, 1);
     row[i] = convertFor(column, row[i]);
@@ -35,8 +35,13 @@ void Table::giveAutoNumbers(Row& row) {
 void Table::loadRules() {
   if (rules_.size() == definition_.columns.size()) return;
   rules_.clear();
-  for (const Column& each : definition_.columns) {
+  numbered_.clear();
+  for (std::size_t i = 0; i < definition_.columns.size(); ++i) {
+    const Column& each = definition_.columns[i];
     rules_.push_back({properties_.isRequired(each.name), properties_.allowsZeroLength(each.name)});
+    const bool isNumbered = each.isAutoNumber() && each.type == ColumnType::kLong;
+    const bool isIdentified = (each.flags & column_flag::kAutoGuid) != 0 && each.type == ColumnType::kGuid;
+    if (isNumbered || isIdentified) numbered_.push_back(i);
   }
 }
 
@@ -52,17 +57,22 @@ void Table::checkRules(std::size_t column, const Cell& cell) const {
 
 Row Table::emptyRow() {
   Row row = std::move(spareRow_);
-  row.assign(definition_.columns.size(), Cell());
+  row.resize(definition_.columns.size());
+  for (Cell& cell : row) {
+    if (!isNull(cell)) cell = Cell();
+  }
   return row;
 }
 
 RowId Table::insert(Row row) {
   requireKnownTypes();
   row.resize(definition_.columns.size());
-  giveAutoNumbers(row);
   loadRules();
+  giveAutoNumbers(row);
   for (std::size_t i = 0; i < row.size(); ++i) {
     const Column& column = definition_.columns[i];
+    // Most columns of a wide table stay empty.
+    if (isNull(row[i]) && column.type != ColumnType::kBoolean && !rules_[i].isRequired) continue;
     if (!isKeptAs(column, row[i])) row[i] = convertFor(column, std::move(row[i]));
     checkRules(i, row[i]);
   }

@@ -283,11 +283,11 @@ const ColumnDef& RowSet::definition(int column) const {
   return translation.table->columns[static_cast<std::size_t>(translation.columnOf[static_cast<std::size_t>(column)])];
 }
 
-const Value* RowSet::pendingValue(int column) const {
-  for (const auto& [place, value] : pending_) {
-    if (place == column) return &value;
-  }
-  return nullptr;
+Value* RowSet::pendingValue(int column) {
+  const auto at = static_cast<std::size_t>(column);
+  if (at >= pendingAt_.size() || pendingAt_[at] >= pending_.size()) return nullptr;
+  auto& [place, value] = pending_[pendingAt_[at]];
+  return place == column ? &value : nullptr;
 }
 
 Value RowSet::defaultOf(int column) const {
@@ -331,11 +331,12 @@ void RowSet::set(std::string_view field, const Value& value) {
   // A null in a required column is a fault of the finished record only.
   Value stored = value.isNull() ? Value() : convertForColumn(def, value, DateOrder::kDayMonthYear);
   if (editing_ == Editing::kNone) editing_ = Editing::kChanging;
-  for (auto& [place, pending] : pending_) {
-    if (place != at) continue;
-    pending = std::move(stored);
+  if (Value* const pending = pendingValue(at)) {
+    *pending = std::move(stored);
     return;
   }
+  if (pendingAt_.size() <= static_cast<std::size_t>(at)) pendingAt_.resize(prepared_->translation().columns.size());
+  pendingAt_[static_cast<std::size_t>(at)] = pending_.size();
   pending_.emplace_back(at, std::move(stored));
 }
 
@@ -378,6 +379,7 @@ void RowSet::storeChanges() {
   const TableDef& table = *prepared_->translation().table;
   session_->beforeChange(table, this);
   std::sort(pending_.begin(), pending_.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (std::size_t i = 0; i < pending_.size(); ++i) pendingAt_[static_cast<std::size_t>(pending_[i].first)] = i;
   std::vector<int> columns;
   std::vector<Value> values;
   for (const auto& [place, value] : pending_) {

@@ -58,7 +58,7 @@ class RowSet final : public Recordset {
   int column(std::string_view field) const;
   const ColumnDef& definition(int column) const;
   bool isKeyed() const { return prepared_->translation().keyed; }
-  const Value* pendingValue(int column) const;
+  Value* pendingValue(int column);
   Value defaultOf(int column) const;
   Value current(int column);
   void load(bool askedOnly);
@@ -94,6 +94,7 @@ class RowSet final : public Recordset {
 
   Editing editing_ = Editing::kNone;
   std::vector<std::pair<int, Value>> pending_;
+  std::vector<std::size_t> pendingAt_;   ///< of each column that is pending, the place there; of others, anything
   std::vector<const Value*> newValues_;  ///< of the record that is being stored, one a column
   bool onAddedRow_ = false;
   std::vector<int> updateColumns_;
