@@ -127,7 +127,7 @@ class IndexTree {
   };
 
   IndexPageView view(PageNumber page) const;
-  bool insertNearLatest(ByteView entry, bool& isNewKey);
+  std::optional<bool> insertNearLatest(ByteView entry);
   void noteLatest(const Path& path);
   Path descend(ByteView wanted) const;
   Leaf leafFor(ByteView wanted) const;

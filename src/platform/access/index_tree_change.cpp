@@ -46,20 +46,20 @@ bool IndexTree::isNewKeyAt(PageNumber leaf, const IndexPageView& content, std::s
   });
 }
 
-/// Returns false, and does nothing, when the entry may belong elsewhere or does not fit.
-bool IndexTree::insertNearLatest(ByteView entry, bool& isNewKey) {
-  if (!latest_.isUsual) return false;
+/// True when the key is a new one; nothing, with nothing done, when the entry may belong elsewhere or does not fit.
+std::optional<bool> IndexTree::insertNearLatest(ByteView entry) {
+  if (!latest_.isUsual) return std::nullopt;
   const PageNumber leaf = latest_.page;
   const IndexPageView content = view(leaf);
   const std::size_t place = file_.at(leaf, [&] { return content.placeOf(entry); });
   const bool isInside = place > 0 && (place < content.used() || (latest_.isOpen && content.next() == 0));
   if (!isInside || !LeafEditor::takes(content, entry)) {
     latest_.isUsual = false;
-    return false;
+    return std::nullopt;
   }
-  isNewKey = isNewKeyAt(leaf, content, place, entry);
+  const bool isNewKey = isNewKeyAt(leaf, content, place, entry);
   insertIntoLeaf(leaf, content, place, entry);
-  return true;
+  return isNewKey;
 }
 
 void IndexTree::noteLatest(const Path& path) {
@@ -72,15 +72,14 @@ void IndexTree::noteLatest(const Path& path) {
 bool IndexTree::insert(IndexEntry entry) {
   ++version_;
   const Bytes bytes = std::move(entry).bytes();
-  bool isNewKey = false;
-  if (insertNearLatest(bytes, isNewKey)) return isNewKey;
+  if (const auto isNewKey = insertNearLatest(bytes)) return *isNewKey;
   Path path = descend(bytes);
   noteLatest(path);
   const PageNumber leaf = path.back().page;
   const std::size_t place = path.back().place;
   const IndexPageView content = view(leaf);
   const bool isLast = place == content.used();
-  isNewKey = isNewKeyAt(leaf, content, place, bytes);
+  const bool isNewKey = isNewKeyAt(leaf, content, place, bytes);
   if (LeafEditor::takes(content, bytes)) {
     insertIntoLeaf(leaf, content, place, bytes);
   } else {
